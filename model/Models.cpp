@@ -155,16 +155,16 @@ QUrl defaultOutputFolder()
     return QUrl::fromLocalFile(QDir(documents).filePath(QStringLiteral("Scans")));
 }
 
-ScanResult::ScanResult(QUrl fileUrl, QDateTime fileDate)
-    : url(std::move(fileUrl)), date(std::move(fileDate))
-{
-}
-
-QString ScanResult::name() const
+QString fileStem(const QUrl &url)
 {
     const QString fileName = url.fileName();
     const auto dot = fileName.lastIndexOf(QLatin1Char('.'));
     return dot > 0 ? fileName.left(dot) : fileName;
+}
+
+ScanResult::ScanResult(QUrl fileUrl, QDateTime fileDate)
+    : url(std::move(fileUrl)), date(std::move(fileDate))
+{
 }
 
 size_t qHash(const ScanResult &result, size_t seed) noexcept

@@ -59,6 +59,9 @@ void applyDefaults(DocumentType type, ScanSettings &settings);
 /// folder and there is no home folder to put one in.
 [[nodiscard]] QUrl defaultOutputFolder();
 
+/// The name of a file without its folder and its last extension.
+[[nodiscard]] QString fileStem(const QUrl &url);
+
 /// Everything the user sets for a scan.
 ///
 /// A new record is not what a tab sets: `blankRemovalEnabled` is on here and off after
@@ -110,8 +113,8 @@ struct ScanResult {
     QUrl url;
     QDateTime date; ///< When the scan was made.
 
-    /// The file's name without its last extension.
-    [[nodiscard]] QString name() const;
+    /// What the file is called, without its extension.
+    [[nodiscard]] QString name() const { return fileStem(url); }
 
     bool operator==(const ScanResult &) const = default;
 };
