@@ -10,8 +10,11 @@ FakeEngine::FakeEngine(const QByteArray &script)
     QFile file(m_folder.filePath(QStringLiteral("script")));
     if (!file.open(QIODevice::WriteOnly) || file.write(script) != script.size())
         qFatal("The script of the fake engine cannot be written.");
+    QFile log(m_folder.filePath(QStringLiteral("log")));
+    if (!log.open(QIODevice::WriteOnly))
+        qFatal("The log of the fake engine cannot be made.");
     qputenv("FAKEENGINE_SCRIPT", QFile::encodeName(file.fileName()));
-    qputenv("FAKEENGINE_LOG", QFile::encodeName(m_folder.filePath(QStringLiteral("log"))));
+    qputenv("FAKEENGINE_LOG", QFile::encodeName(log.fileName()));
     qputenv("VELMOR_ENGINE", QFile::encodeName(program()));
 }
 
