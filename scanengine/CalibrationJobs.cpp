@@ -1,0 +1,72 @@
+#include "scanengine/CalibrationJobs.h"
+
+#include "scanengine/JobRequest.h"
+#include "scanengine/PngFile.h"
+#include "scanengine/imaging/ImageFile.h"
+#include "scanengine/imaging/PageProcessing.h"
+
+#include <QDir>
+
+namespace scanengine {
+namespace {
+
+const QString sampleName = QStringLiteral(".velmor_raw.png");
+
+Result<QImage> captureSheet(ScanSession &session, const std::stop_token &stop)
+{
+    const FeedResult fed = session.feedSheet(WhenEmpty::finish, stop);
+    if (const Fault *fault = faultOf(fed))
+        return *fault;
+    if (std::holds_alternative<NoPaper>(fed))
+        return Fault{QStringLiteral("There is no paper in the feeder. Put a page in and calibrate "
+                                    "again.")};
+    if (std::holds_alternative<Cancelled>(fed))
+        return Fault{QStringLiteral("The calibration was stopped.")};
+    return session.readSheet();
+}
+
+} // namespace
+
+Result<QString> captureSample(const Command &command, const DriverList &drivers,
+                              const std::stop_token &stop)
+{
+    const auto settings = captureSettingsOf(command);
+    if (const Fault *fault = faultOf(settings))
+        return *fault;
+    const auto &captureSettings = std::get<CaptureSettings>(settings);
+    const auto opened = drivers.open(command.deviceId, captureSettings);
+    if (const Fault *fault = faultOf(opened))
+        return *fault;
+    const auto sheet = captureSheet(*std::get<std::unique_ptr<ScanSession>>(opened), stop);
+    if (const Fault *fault = faultOf(sheet))
+        return *fault;
+    QString path = QDir(captureSettings.outputFolder).filePath(sampleName);
+    if (const auto fault = replacePng(std::get<QImage>(sheet), path))
+        return *fault;
+    return path;
+}
+
+Result<QString> adjustSample(const Command &command)
+{
+    const auto mode = colorModeOf(command);
+    if (const Fault *fault = faultOf(mode))
+        return *fault;
+    const QString input = command.input.value_or(QString());
+    const QString output = command.outputPath.value_or(QString());
+    if (!QDir::isAbsolutePath(input) || !QDir::isAbsolutePath(output))
+        return Fault{QStringLiteral("The preview needs a sample and a place to be saved in. "
+                                    "Calibrate again.")};
+    Result<QImage> sample = readPage(input, 0);
+    if (const Fault *fault = faultOf(sample))
+        return *fault;
+    const QImage page = finishedPage(std::get<QImage>(std::move(sample)), command.processing,
+                                     std::get<ColorMode>(mode));
+    if (page.isNull())
+        return Fault{QStringLiteral("The preview needs more memory than there is. Calibrate again "
+                                    "at a lower resolution.")};
+    if (const auto fault = replacePng(page, output))
+        return *fault;
+    return output;
+}
+
+} // namespace scanengine

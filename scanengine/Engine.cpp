@@ -1,0 +1,115 @@
+#include "scanengine/Engine.h"
+
+#include "scanengine/CalibrationJobs.h"
+#include "scanengine/ScanJob.h"
+
+#include <chrono>
+#include <new>
+#include <utility>
+#include <variant>
+
+namespace scanengine {
+namespace {
+
+/// How long one page or one device search may take to come to its end.
+constexpr std::chrono::milliseconds patience{5000};
+
+using AnswerEvent = QJsonObject (*)(const QString &file);
+
+/// Does `work`, which makes one file, and answers with `event` or an error.
+template <typename Work> void answerWithFile(OutputWriter &output, AnswerEvent event, Work work)
+{
+    Result<QString> file = Fault{QStringLiteral("There is not enough memory. Calibrate again at a "
+                                                "lower resolution.")};
+    try {
+        file = work();
+    } catch (const std::bad_alloc &) {
+        // Then the sentence above is the answer.
+    }
+    const Fault *fault = faultOf(file);
+    output.write(fault ? event::error(fault->message) : event(std::get<QString>(file)));
+}
+
+} // namespace
+
+Engine::Engine(DriverList drivers, OutputWriter &output)
+    : m_drivers(std::move(drivers)), m_output(output)
+{
+}
+
+bool Engine::serve(CommandReader &input)
+{
+    if (takeCommands(input) == Ending::quit) {
+        m_jobs.abandon();
+        m_searches.abandon();
+    } else {
+        m_jobs.cancel();
+    }
+    const bool areJobsOver = m_jobs.finish(patience);
+    return m_searches.finish(patience) && areJobsOver;
+}
+
+Engine::Ending Engine::takeCommands(CommandReader &input)
+{
+    for (;;) {
+        const CommandReader::Item item = input.next();
+        if (std::holds_alternative<CommandReader::End>(item))
+            return Ending::endOfInput;
+        if (std::holds_alternative<CommandReader::TooLong>(item)) {
+            refuse(QStringLiteral("A line was not understood: it is too long."));
+            continue;
+        }
+        const Result<Command> command = parseCommand(std::get<QByteArray>(item));
+        if (const Fault *fault = faultOf(command)) {
+            refuse(fault->message);
+            continue;
+        }
+        if (std::get<Command>(command).verb == Verb::quit)
+            return Ending::quit;
+        start(std::get<Command>(command));
+    }
+}
+
+void Engine::start(const Command &command)
+{
+    if (command.verb == Verb::cancel) {
+        m_jobs.cancel();
+        return;
+    }
+    if (command.verb != Verb::listDevices) {
+        startJob(command);
+        return;
+    }
+    const auto search = [this](const std::stop_token &) {
+        m_output.write(event::devices(m_drivers.devices()));
+    };
+    if (!m_searches.add(search, TaskQueue::Cancelling::ignored))
+        refuse(QStringLiteral("The scanner search is already running. Wait for its result."));
+}
+
+void Engine::startJob(const Command &command)
+{
+    const auto job = [this, command](const std::stop_token &stop) {
+        if (command.verb == Verb::scan) {
+            ScanJob(command, m_drivers, m_output).run(stop);
+            return;
+        }
+        answerWithFile(
+            m_output, command.verb == Verb::adjust ? event::adjusted : event::sample, [&] {
+                return command.verb == Verb::adjust ? adjustSample(command)
+                                                    : captureSample(command, m_drivers, stop);
+            });
+    };
+    const auto cancelling = command.verb == Verb::adjust ? TaskQueue::Cancelling::ignored
+                                                         : TaskQueue::Cancelling::allowed;
+    if (!m_jobs.add(job, cancelling))
+        refuse(QStringLiteral("The scanner has too much to do already. Wait until it has finished "
+                              "and try again."));
+}
+
+void Engine::refuse(const QString &message)
+{
+    m_output.write(event::error(message));
+}
+
+} // namespace scanengine

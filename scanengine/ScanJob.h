@@ -1,0 +1,37 @@
+#pragma once
+
+#include "scanengine/OutputWriter.h"
+#include "scanengine/PageFiles.h"
+#include "scanengine/Protocol.h"
+#include "scanengine/drivers/DriverList.h"
+
+#include <optional>
+#include <stop_token>
+
+namespace scanengine {
+
+/// One scan from its command to its "done" or "error".
+///
+/// Holds one page at a time. Pages that were saved are never given up: after a fault, and after
+/// `stop`, they are what the scan is done with, a fault being told by a "status" first.
+class ScanJob {
+public:
+    /// `drivers` and `output` outlive the job.
+    ScanJob(const Command &command, const DriverList &drivers, OutputWriter &output);
+
+    /// Blocks until the scan is over, and writes its events.
+    void run(const std::stop_token &stop);
+
+private:
+    [[nodiscard]] std::optional<Fault> scan(const std::stop_token &stop);
+    [[nodiscard]] FeedResult feedSheet(ScanSession &session, const std::stop_token &stop);
+    [[nodiscard]] std::optional<Fault> capturePage(ScanSession &session, ColorMode mode);
+    void finish(const std::optional<Fault> &fault);
+
+    const Command &m_command;
+    const DriverList &m_drivers;
+    OutputWriter &m_output;
+    PageFiles m_pages;
+};
+
+} // namespace scanengine
