@@ -1,0 +1,90 @@
+#include "EngineProcess.h"
+
+#include <QJsonDocument>
+#include <QProcessEnvironment>
+#include <gtest/gtest.h>
+
+namespace scanengine {
+namespace {
+
+constexpr int patienceMilliseconds = 30'000;
+
+QString inShort(const QJsonObject &event)
+{
+    QString text = event.value(u"event").toString();
+    if (event.contains(u"index"))
+        text += QStringLiteral(" %1").arg(event.value(u"index").toInt());
+    if (event.contains(u"pages"))
+        text += QStringLiteral(" %1").arg(event.value(u"pages").toInt());
+    if (event.contains(u"message"))
+        text += u' ' + event.value(u"message").toString();
+    return text;
+}
+
+} // namespace
+
+EngineProcess::EngineProcess(const QStringList &feeders)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("SCANENGINE_FEEDER"), feeders.join(u':'));
+    m_process.setProcessEnvironment(environment);
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_process.start(QStringLiteral(SCANENGINE_PROGRAM), QStringList());
+    EXPECT_EQ(nextInShort(), QStringLiteral("ready"));
+}
+
+EngineProcess::~EngineProcess()
+{
+    m_process.kill();
+    m_process.waitForFinished(patienceMilliseconds);
+}
+
+void EngineProcess::send(const QJsonObject &command)
+{
+    sendLine(QJsonDocument(command).toJson(QJsonDocument::Compact));
+}
+
+void EngineProcess::sendLine(const QByteArray &line)
+{
+    m_process.write(line + '\n');
+    while (m_process.bytesToWrite() > 0 && m_process.waitForBytesWritten(patienceMilliseconds)) {
+    }
+}
+
+QJsonObject EngineProcess::next()
+{
+    while (!m_process.canReadLine()) {
+        if (m_process.waitForReadyRead(patienceMilliseconds))
+            continue;
+        EXPECT_EQ(m_process.state(), QProcess::NotRunning) << "no event came";
+        if (!m_process.canReadLine())
+            return {};
+    }
+    const QByteArray line = m_process.readLine();
+    const QJsonDocument document = QJsonDocument::fromJson(line);
+    EXPECT_TRUE(document.isObject()) << line.constData();
+    return document.object();
+}
+
+QString EngineProcess::nextInShort()
+{
+    return inShort(next());
+}
+
+QStringList EngineProcess::until(const QString &word)
+{
+    QStringList events;
+    do {
+        events.append(nextInShort());
+    } while (!events.last().isEmpty() && !events.last().startsWith(word));
+    return events;
+}
+
+int EngineProcess::exitCode()
+{
+    EXPECT_TRUE(m_process.state() == QProcess::NotRunning ||
+                m_process.waitForFinished(patienceMilliseconds));
+    return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+}
+
+} // namespace scanengine

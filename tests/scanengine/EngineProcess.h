@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QProcess>
+#include <QStringList>
+
+namespace scanengine {
+
+/// The engine program under test, with its own feeder folders. Every wait is bounded and fails the
+/// test when it is over.
+class EngineProcess {
+public:
+    explicit EngineProcess(const QStringList &feeders);
+    ~EngineProcess();
+    EngineProcess(const EngineProcess &) = delete;
+    EngineProcess &operator=(const EngineProcess &) = delete;
+
+    void send(const QJsonObject &command);
+    void sendLine(const QByteArray &line);
+    void terminate() { m_process.terminate(); }
+    void endInput() { m_process.closeWriteChannel(); }
+
+    /// The next event, or an empty object at the end of the output.
+    [[nodiscard]] QJsonObject next();
+
+    /// The next event in short: "page 2", "done 3", "status …", "error …", else the word alone.
+    [[nodiscard]] QString nextInShort();
+
+    /// All events in short up to and with the next one that begins with `word`.
+    QStringList until(const QString &word);
+
+    /// Waits for the end of the process and answers its exit code, -1 for a crash.
+    [[nodiscard]] int exitCode();
+
+private:
+    QProcess m_process;
+};
+
+} // namespace scanengine

@@ -1,0 +1,287 @@
+#include "EngineProcess.h"
+#include "TestImages.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+
+namespace scanengine {
+namespace {
+
+const QString waiting = QStringLiteral("status Waiting for paper…");
+
+/// The program with one feeder and an output folder.
+class EngineTest : public testing::Test {
+protected:
+    void putPaper(const QString &name, const QByteArray &content)
+    {
+        putFile(m_feeder.filePath(name), content);
+    }
+
+    void putPage(const QString &name, int level)
+    {
+        putPaper(name, encoded(greyPage({30, 40}, level, 300), "png"));
+    }
+
+    [[nodiscard]] QString outputPath() const { return m_output.filePath(QStringLiteral("a.pdf")); }
+
+    [[nodiscard]] QString deviceId() const { return QStringLiteral("feeder:") + m_feeder.path(); }
+
+    [[nodiscard]] QJsonObject command(const QString &word) const
+    {
+        return {
+            {QStringLiteral("cmd"),       word                                },
+            {QStringLiteral("deviceId"),  deviceId()                          },
+            {QStringLiteral("driver"),    QStringLiteral("feeder")            },
+            {QStringLiteral("source"),    QStringLiteral("auto")              },
+            {QStringLiteral("dpi"),       150                                 },
+            {QStringLiteral("colorMode"), QStringLiteral("gray")              },
+            {QStringLiteral("output"),
+             QJsonObject{{QStringLiteral("path"), outputPath()},
+                         {QStringLiteral("format"), QStringLiteral("images")}}},
+        };
+    }
+
+    [[nodiscard]] QJsonObject batchScan() const
+    {
+        QJsonObject scan = command(QStringLiteral("scan"));
+        scan.insert(QStringLiteral("batchWaitForPaper"), true);
+        return scan;
+    }
+
+    QTemporaryDir m_feeder;
+    QTemporaryDir m_output;
+    EngineProcess m_engine{
+        QStringList{m_feeder.path(), m_feeder.filePath(QStringLiteral("no"))}
+    };
+};
+
+const QJsonObject cancel{
+    {QStringLiteral("cmd"), QStringLiteral("cancel")}
+};
+const QJsonObject listDevices{
+    {QStringLiteral("cmd"), QStringLiteral("listDevices")}
+};
+
+QStringList words(std::initializer_list<const char *> list)
+{
+    QStringList strings;
+    for (const char *word : list)
+        strings.append(QString::fromUtf8(word));
+    return strings;
+}
+
+TEST_F(EngineTest, ListsTheFoldersThatAreThere)
+{
+    m_engine.send(listDevices);
+    const QJsonArray devices = m_engine.next().value(u"devices").toArray();
+    ASSERT_EQ(devices.size(), 1);
+    EXPECT_EQ(devices[0].toObject(), (QJsonObject{
+                                         {QStringLiteral("id"),     deviceId()                     },
+                                         {QStringLiteral("name"),   QDir(m_feeder.path()).dirName()},
+                                         {QStringLiteral("driver"), QStringLiteral("feeder")       }
+    }));
+}
+
+TEST_F(EngineTest, ScansTheSheetsInNaturalOrderAtTheResolutionAskedFor)
+{
+    putPage(QStringLiteral("page10.png"), 30);
+    putPage(QStringLiteral("page2.png"), 10);
+    putPaper(QStringLiteral("page9.TIF"), greyTiff({20, 21}));
+    putPaper(QStringLiteral("notes.txt"), "not paper");
+    m_engine.send(command(QStringLiteral("scan")));
+
+    EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("scanStarted"));
+    for (int page = 1; page <= 4; ++page)
+        EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("page %1").arg(page));
+    const QJsonObject done = m_engine.next();
+    EXPECT_EQ(done.value(u"event"), QStringLiteral("done"));
+    EXPECT_EQ(done.value(u"pages"), 4);
+    EXPECT_EQ(done.value(u"file"), outputPath());
+    QList<int> levels;
+    for (const QJsonValue file : done.value(u"files").toArray()) {
+        const QImage page(file.toString());
+        levels.append(greyLevel(page));
+        EXPECT_EQ(page.dotsPerMeterX(), qRound(150 / 0.0254));
+    }
+    EXPECT_EQ(levels, (QList<int>{10, 20, 21, 30}));
+    EXPECT_EQ(QImage(done.value(u"files")[0].toString()).size(), QSize(15, 20));
+    EXPECT_FALSE(QFile::exists(outputPath()));
+}
+
+TEST_F(EngineTest, AnEmptyFeederIsDoneWithNoPages)
+{
+    m_engine.send(command(QStringLiteral("scan")));
+    EXPECT_EQ(m_engine.until(QStringLiteral("done")),
+              words({"status There is no paper in the feeder.", "done 0"}));
+}
+
+TEST_F(EngineTest, ABatchTakesNewPaperUntilItIsCancelled)
+{
+    putPage(QStringLiteral("b.png"), 1);
+    m_engine.send(batchScan());
+    EXPECT_EQ(m_engine.until(waiting),
+              words({"scanStarted", "page 1", "status Waiting for paper…"}));
+    putPage(QStringLiteral("a.png"), 2);
+    EXPECT_EQ(m_engine.until(waiting), words({"page 2", "status Waiting for paper…"}));
+    ASSERT_TRUE(QFile::remove(m_feeder.filePath(QStringLiteral("b.png"))));
+    putPaper(QStringLiteral("b.png"), encoded(greyPage({50, 40}, 3, 300), "png"));
+    EXPECT_EQ(m_engine.until(waiting), words({"page 3", "status Waiting for paper…"}));
+    m_engine.send(cancel);
+    EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("done 3"));
+}
+
+TEST_F(EngineTest, CommandsAreAnsweredWhileAJobRunsAndCancelEndsTheJobsThatWait)
+{
+    m_engine.send(batchScan());
+    EXPECT_EQ(m_engine.nextInShort(), waiting);
+    m_engine.send(listDevices);
+    EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("devices"));
+    m_engine.send(command(QStringLiteral("calibrate")));
+    m_engine.send(batchScan());
+    m_engine.send(cancel);
+    EXPECT_EQ(m_engine.until(QStringLiteral("done 0")), words({"done 0"}));
+    EXPECT_EQ(m_engine.until(QStringLiteral("done 0")),
+              words({"error The calibration was stopped.", "done 0"}));
+}
+
+TEST_F(EngineTest, CancelWithoutAJobIsHarmless)
+{
+    putPage(QStringLiteral("a.png"), 1);
+    m_engine.send(cancel);
+    m_engine.send(command(QStringLiteral("scan")));
+    EXPECT_EQ(m_engine.until(QStringLiteral("done")).last(), QStringLiteral("done 1"));
+}
+
+TEST_F(EngineTest, LinesThatAreNoCommandCostOnlyThemselves)
+{
+    m_engine.sendLine("\xFF\xFE garbage");
+    EXPECT_TRUE(m_engine.nextInShort().startsWith(QStringLiteral("error A line was not")));
+    m_engine.sendLine(QByteArray(3'000'000, '{'));
+    EXPECT_TRUE(m_engine.nextInShort().startsWith(QStringLiteral("error A line was not")));
+    m_engine.send({
+        {QStringLiteral("cmd"), QStringLiteral("polish")}
+    });
+    EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("error Unknown command: \"polish\""));
+    m_engine.send(listDevices);
+    EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("devices"));
+}
+
+TEST_F(EngineTest, AScanThatCantBeginSaysWhy)
+{
+    struct Case {
+        const char *key;
+        QJsonValue value;
+        const char *reason;
+    };
+    const Case cases[] = {
+        {"deviceId",  QStringLiteral("feeder:/no"),                                            "no longer there"},
+        {"dpi",       1'000'000,                                                               "not possible"   },
+        {"colorMode", QStringLiteral("sepia"),                                                 "colour mode"    },
+        {"output",    QJsonObject(),                                                           "no place"       },
+        {"output",
+         QJsonObject{{QStringLiteral("path"), m_output.filePath(QStringLiteral("no/a.pdf"))}},
+         "can't be saved"                                                                                       },
+        {"output",
+         QJsonObject{{QStringLiteral("path"), m_feeder.filePath(QStringLiteral("a.pdf"))}},
+         "feeder's own folder"                                                                                  },
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.reason);
+        QJsonObject scan = command(QStringLiteral("scan"));
+        scan.insert(QLatin1StringView(c.key), c.value);
+        m_engine.send(scan);
+        const QString answer = m_engine.nextInShort();
+        EXPECT_TRUE(answer.startsWith(QStringLiteral("error "))) << answer.toStdString();
+        EXPECT_TRUE(answer.contains(QLatin1StringView(c.reason))) << answer.toStdString();
+    }
+}
+
+TEST_F(EngineTest, AFileThatCantBeReadEndsTheScanButNotTheEngine)
+{
+    for (const QByteArray &content : {hugePng(), QByteArray("Dear Sir"), QByteArray()}) {
+        putPaper(QStringLiteral("a.png"), content);
+        m_engine.send(command(QStringLiteral("scan")));
+        EXPECT_TRUE(m_engine.until(QStringLiteral("error")).last().contains(u"\"a.png\""));
+        ASSERT_TRUE(QFile::remove(m_feeder.filePath(QStringLiteral("a.png"))));
+    }
+}
+
+TEST_F(EngineTest, PagesBeforeAFaultAreKept)
+{
+    putPage(QStringLiteral("1.png"), 1);
+    const QByteArray whole = encoded(greyPage({300, 300}, 2, 300), "png");
+    putPaper(QStringLiteral("2.png"), whole.left(whole.size() / 2));
+    putPage(QStringLiteral("3.png"), 3);
+    m_engine.send(command(QStringLiteral("scan")));
+    const QStringList events = m_engine.until(QStringLiteral("done"));
+    ASSERT_EQ(events.size(), 4);
+    EXPECT_EQ(events[1], QStringLiteral("page 1"));
+    EXPECT_TRUE(events[2].startsWith(QStringLiteral("status The file \"2.png\" is damaged")));
+    EXPECT_EQ(events[3], QStringLiteral("done 1"));
+}
+
+TEST_F(EngineTest, CalibrationKeepsTheSampleAsItIsAndAdjustsACopy)
+{
+    m_engine.send(command(QStringLiteral("calibrate")));
+    EXPECT_TRUE(m_engine.nextInShort().startsWith(QStringLiteral("error There is no paper")));
+    putPage(QStringLiteral("1.png"), 100);
+    putPage(QStringLiteral("2.png"), 200);
+    m_engine.send(command(QStringLiteral("calibrate")));
+    EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("sample"));
+    const QString sample = m_output.filePath(QStringLiteral(".velmor_raw.png"));
+    EXPECT_EQ(greyLevel(QImage(sample)), 100);
+
+    const QString preview = m_output.filePath(QStringLiteral(".velmor_preview.png"));
+    const QJsonObject adjust{
+        {QStringLiteral("cmd"),       QStringLiteral("adjust")                       },
+        {QStringLiteral("input"),     sample                                         },
+        {QStringLiteral("colorMode"), QStringLiteral("gray")                         },
+        {QStringLiteral("auto"),      QJsonObject{{QStringLiteral("brightness"), 30}}},
+        {QStringLiteral("output"),    QJsonObject{{QStringLiteral("path"), preview}} },
+    };
+    m_engine.send(adjust);
+    const QJsonObject adjusted = m_engine.next();
+    EXPECT_EQ(adjusted.value(u"event"), QStringLiteral("adjusted"));
+    EXPECT_EQ(adjusted.value(u"file"), preview);
+    EXPECT_EQ(greyLevel(QImage(preview)), 110);
+    EXPECT_EQ(greyLevel(QImage(sample)), 100);
+
+    ASSERT_TRUE(QFile::remove(sample));
+    m_engine.send(adjust);
+    EXPECT_TRUE(m_engine.nextInShort().startsWith(QStringLiteral("error")));
+}
+
+TEST_F(EngineTest, TheEndOfItsInputEndsTheEngineWithItsAnswersGiven)
+{
+    putPage(QStringLiteral("a.png"), 1);
+    m_engine.send(batchScan());
+    EXPECT_EQ(m_engine.until(waiting).size(), 3);
+    m_engine.sendLine(R"({"cmd":"listDevices"})");
+    m_engine.endInput();
+    const QStringList rest{m_engine.nextInShort(), m_engine.nextInShort()};
+    EXPECT_THAT(rest,
+                testing::UnorderedElementsAre(QStringLiteral("devices"), QStringLiteral("done 1")));
+    EXPECT_EQ(m_engine.exitCode(), 0);
+}
+
+TEST_F(EngineTest, ATerminationRequestLetsTheJobComeToItsEnd)
+{
+    m_engine.send(batchScan());
+    EXPECT_EQ(m_engine.nextInShort(), waiting);
+    m_engine.terminate();
+    EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("done 0"));
+    EXPECT_EQ(m_engine.exitCode(), 0);
+}
+
+TEST_F(EngineTest, QuitEndsTheEngineInTheMiddleOfAJob)
+{
+    m_engine.send(batchScan());
+    EXPECT_EQ(m_engine.nextInShort(), waiting);
+    m_engine.sendLine(R"({"cmd":"quit"})");
+    EXPECT_EQ(m_engine.exitCode(), 0);
+}
+
+} // namespace
+} // namespace scanengine

@@ -1,0 +1,143 @@
+#include "TestImages.h"
+#include "scanengine/imaging/ColorMode.h"
+#include "scanengine/imaging/Levels.h"
+#include "scanengine/imaging/Resample.h"
+
+#include <gtest/gtest.h>
+
+namespace scanengine {
+namespace {
+
+constexpr int dotsPerMeterAt300 = 11811;
+
+QImage coloredPage(QColor color)
+{
+    QImage image(40, 40, QImage::Format_RGB32);
+    image.fill(color);
+    return image;
+}
+
+TEST(Resample, EachAxisGoesFromItsOwnResolution)
+{
+    struct Case {
+        const char *what;
+        QSize size;
+        int dotsPerMeterX, dotsPerMeterY, dpi;
+        QSize expected;
+    };
+    const Case cases[] = {
+        {"same resolution",         {2481, 3507}, 11811, 11811, 300, {2481, 3507}},
+        {"same, rounded otherwise", {2481, 3507}, 11812, 11810, 300, {2481, 3507}},
+        {"half",                    {2480, 3508}, 11811, 11811, 150, {1240, 1754}},
+        {"double",                  {100, 50},    11811, 11811, 600, {200, 100}  },
+        {"fax page",                {204, 98},    8031,  3858,  300, {300, 300}  },
+        {"a line",                  {1000, 1},    11811, 11811, 150, {500, 1}    },
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        QImage image = greyPage(c.size, 200, 300);
+        image.setDotsPerMeterX(c.dotsPerMeterX);
+        image.setDotsPerMeterY(c.dotsPerMeterY);
+        const auto result = atResolution(image, c.dpi);
+        ASSERT_TRUE(result);
+        EXPECT_EQ(result->size(), c.expected);
+        EXPECT_EQ(result->format(), QImage::Format_Grayscale8);
+        EXPECT_EQ(result->dotsPerMeterX(), qRound(c.dpi / 0.0254));
+        EXPECT_EQ(result->dotsPerMeterY(), result->dotsPerMeterX());
+        EXPECT_EQ(greyLevel(*result), 200);
+    }
+}
+
+TEST(Resample, RefusesAPageBeyondTheLimitBeforeItIsMade)
+{
+    EXPECT_FALSE(atResolution(greyPage({30'000, 1}, 0, 30), 1'000'000));
+    EXPECT_FALSE(atResolution(greyPage({2000, 2000}, 0, 30), 1200));
+}
+
+TEST(ColorMode, AutomaticKeepsColorOnlyWhereThereIsSome)
+{
+    QImage letterhead = coloredPage(QColor(250, 244, 220)); // Yellowed paper.
+    EXPECT_EQ(inColorMode(letterhead, ColorMode::automatic).format(), QImage::Format_Grayscale8);
+    letterhead.setPixelColor(3, 3, QColor(180, 30, 40));
+    letterhead.setPixelColor(4, 3, QColor(180, 30, 40));
+    EXPECT_EQ(inColorMode(letterhead, ColorMode::automatic), letterhead);
+    EXPECT_EQ(inColorMode(letterhead, ColorMode::gray).format(), QImage::Format_Grayscale8);
+    EXPECT_EQ(inColorMode(greyPage({9, 9}, 90, 300), ColorMode::color).format(),
+              QImage::Format_RGB32);
+}
+
+TEST(ColorMode, BlackAndWhitePartsInkFromPaperOfAnyLightness)
+{
+    struct Case {
+        const char *what;
+        int ink, paper;
+        bool isInkBlack, isPaperWhite;
+    };
+    const Case cases[] = {
+        {"print",                0,   255, true,  true },
+        {"pencil on white",      190, 250, true,  true },
+        {"print on brown paper", 20,  110, true,  true },
+        {"blank white page",     246, 250, false, true },
+        {"blank dark page",      60,  64,  true,  false},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        QImage page = greyPage({21, 10}, c.paper, 300); // A width that fills no whole byte.
+        for (int y = 0; y < page.height(); ++y)
+            page.setPixelColor(20, y, QColor(c.ink, c.ink, c.ink));
+        const QImage result = inColorMode(page, ColorMode::blackWhite);
+        EXPECT_EQ(result.format(), QImage::Format_Mono);
+        EXPECT_EQ(result.dotsPerMeterX(), dotsPerMeterAt300);
+        EXPECT_EQ(result.pixelColor(20, 9) == Qt::black, c.isInkBlack);
+        EXPECT_EQ(result.pixelColor(19, 9) == Qt::white, c.isPaperWhite);
+        EXPECT_EQ(result.pixelColor(0, 0) == Qt::white, c.isPaperWhite);
+    }
+}
+
+TEST(Levels, BrightnessMovesAndContrastSpreadsTheLevels)
+{
+    struct Case {
+        int level, brightness, contrast, expected;
+    };
+    const Case cases[] = {
+        {100, 0,     0,     100},
+        {100, 30,    0,     110},
+        {100, -30,   0,     90 },
+        {100, 1000,  0,     255},
+        {200, -9000, 0,     0  },
+        {128, 0,     1000,  128},
+        {100, 0,     900,   72 },
+        {72,  0,     -900,  100},
+        {160, 0,     900,   192},
+        {100, 84,    900,   128}, // The level that brightness puts in the middle
+                             // stays there.
+        {60,  0,     9000,  0  },
+        {60,  0,     -9000, 96 },
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(testing::Message() << c.level << " " << c.brightness << " " << c.contrast);
+        const QImage grey = withLevels(greyPage({5, 5}, c.level, 300), c.brightness, c.contrast);
+        EXPECT_EQ(greyLevel(grey), c.expected);
+        EXPECT_EQ(grey.dotsPerMeterX(), dotsPerMeterAt300);
+        const QImage red =
+            withLevels(coloredPage(QColor(c.level, 128, 128)), c.brightness, c.contrast);
+        EXPECT_EQ(red.pixelColor(4, 4).red(), c.expected);
+    }
+}
+
+TEST(CleanBackground, MakesThePaperWhiteAndLeavesTheInkDark)
+{
+    QImage page = coloredPage(QColor(236, 230, 200));
+    page.setPixelColor(1, 1, QColor(226, 220, 192)); // Grain.
+    page.setPixelColor(2, 1, QColor(20, 20, 20));
+    const QImage clean = withCleanBackground(page);
+    EXPECT_EQ(clean.pixelColor(9, 9), QColor(Qt::white));
+    EXPECT_EQ(clean.pixelColor(1, 1), QColor(Qt::white));
+    EXPECT_LT(clean.pixelColor(2, 1).red(), 30);
+
+    const QImage black = greyPage({5, 5}, 20, 300);
+    EXPECT_EQ(withCleanBackground(black), black);
+}
+
+} // namespace
+} // namespace scanengine

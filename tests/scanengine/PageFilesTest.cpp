@@ -1,0 +1,84 @@
+#include "scanengine/PageFiles.h"
+
+#include "TestImages.h"
+#include "scanengine/PngFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace scanengine {
+namespace {
+
+class PageFilesTest : public testing::Test {
+protected:
+    [[nodiscard]] QStringList names() const
+    {
+        return QDir(m_folder.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+
+    QTemporaryDir m_folder;
+    QImage m_page = greyPage({8, 8}, 50, 600);
+};
+
+TEST_F(PageFilesTest, PagesAreNumberedBesideTheOutputPath)
+{
+    PageFiles pages(m_folder.filePath(QStringLiteral("Scan 1.5 %1.pdf")));
+    EXPECT_FALSE(pages.save(m_page));
+    EXPECT_FALSE(pages.save(m_page));
+    EXPECT_EQ(pages.paths(),
+              (QStringList{m_folder.filePath(QStringLiteral("Scan 1.5 %1 page 001.png")),
+                           m_folder.filePath(QStringLiteral("Scan 1.5 %1 page 002.png"))}));
+    EXPECT_EQ(names(), (QStringList{QStringLiteral("Scan 1.5 %1 page 001.png"),
+                                    QStringLiteral("Scan 1.5 %1 page 002.png")}));
+    const QImage saved(pages.paths().last());
+    EXPECT_EQ(greyLevel(saved), 50);
+    EXPECT_EQ(saved.dotsPerMeterX(), m_page.dotsPerMeterX());
+}
+
+TEST_F(PageFilesTest, AnExistingFileIsNeverTouched)
+{
+    putFile(m_folder.filePath(QStringLiteral("a page 001.png")), "precious");
+    putFile(m_folder.filePath(QStringLiteral("a page 001 (2).png")), "precious");
+    PageFiles pages(m_folder.filePath(QStringLiteral("a.pdf")));
+    EXPECT_FALSE(pages.save(m_page));
+    EXPECT_EQ(pages.paths(), QStringList(m_folder.filePath(QStringLiteral("a page 001 (3).png"))));
+    for (const char *name : {"a page 001.png", "a page 001 (2).png"}) {
+        QFile file(m_folder.filePath(QLatin1StringView(name)));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), "precious");
+    }
+}
+
+TEST_F(PageFilesTest, TheLongestNameOfAnOutputFileLeavesRoomForThePageNumber)
+{
+    const QString stem = QString(122, QChar(u'ä')) + QStringLiteral("x");
+    PageFiles pages(m_folder.filePath(stem + QStringLiteral(".pdf")));
+    EXPECT_FALSE(pages.save(m_page));
+    EXPECT_EQ(names(), QStringList(QString(100, QChar(u'ä')) + QStringLiteral(" page 001.png")));
+}
+
+TEST_F(PageFilesTest, AFolderThatIsGoneIsNamedInTheFault)
+{
+    const QString folder = m_folder.filePath(QStringLiteral("gone"));
+    PageFiles pages(folder + QStringLiteral("/a.pdf"));
+    const auto fault = pages.save(m_page);
+    ASSERT_TRUE(fault);
+    EXPECT_TRUE(fault->message.contains(folder));
+    EXPECT_TRUE(pages.paths().isEmpty());
+}
+
+TEST_F(PageFilesTest, AReplacedFileIsReplacedWholeAndAFailureLeavesNothingBehind)
+{
+    const QString path = m_folder.filePath(QStringLiteral(".sample.png"));
+    putFile(path, "old");
+    EXPECT_FALSE(replacePng(m_page, path));
+    EXPECT_EQ(QImage(path).size(), m_page.size());
+    EXPECT_TRUE(replacePng(QImage(), path));
+    EXPECT_EQ(QImage(path).size(), m_page.size());
+    EXPECT_EQ(names(), QStringList(QStringLiteral(".sample.png")));
+}
+
+} // namespace
+} // namespace scanengine
