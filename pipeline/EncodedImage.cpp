@@ -4,12 +4,16 @@
 #include <QImageWriter>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
 namespace velmor {
 
 namespace {
+
+/// Longest side in pixels that libjpeg writes.
+constexpr int maxJpegSide = 65'500;
 
 /// Grey where the image has no colour by its form, else RGB; opaque, on white.
 QImage paperImage(const QImage &image)
@@ -20,7 +24,7 @@ QImage paperImage(const QImage &image)
         QPainter painter(&paper);
         painter.drawImage(0, 0, image);
         painter.end();
-        return image.isGrayscale() ? paper.convertToFormat(QImage::Format_Grayscale8) : paper;
+        return image.allGray() ? paper.convertToFormat(QImage::Format_Grayscale8) : paper;
     }
     switch (image.format()) {
     case QImage::Format_Grayscale8:
@@ -29,8 +33,8 @@ QImage paperImage(const QImage &image)
     case QImage::Format_Mono:
     case QImage::Format_MonoLSB:
     case QImage::Format_Indexed8:
-        return image.convertToFormat(image.isGrayscale() ? QImage::Format_Grayscale8
-                                                         : QImage::Format_RGB32);
+        return image.convertToFormat(image.allGray() ? QImage::Format_Grayscale8
+                                                     : QImage::Format_RGB32);
     case QImage::Format_Grayscale16:
         return image.convertToFormat(QImage::Format_Grayscale8);
     default:
@@ -97,7 +101,7 @@ std::optional<JpegHeader> jpegHeader(const QByteArray &file)
 
 std::optional<EncodedImage> jpegImage(const QImage &image, double quality)
 {
-    if (image.isNull())
+    if (image.isNull() || std::max(image.width(), image.height()) > maxJpegSide)
         return std::nullopt;
     const QImage paper = paperImage(image);
     QByteArray bytes;

@@ -238,6 +238,9 @@ std::optional<PdfDocument> PdfDocument::fromBytes(const QByteArray &bytes)
         const std::shared_ptr<QPDF> file = newFile();
         file->processInputSource(std::make_shared<OwnedBytes>(bytes));
         static_cast<void>(file->getAllPages()); // throws when the page tree is beyond repair
+        // The entry may have been lost with the damage, and QPDF writes it only where it was.
+        if (!file->getTrailer().hasKey("/Size"))
+            file->getTrailer().replaceKey("/Size", QPDFObjectHandle::newInteger(0));
         return PdfDocument(file);
     } catch (const std::exception &) {
         return std::nullopt;

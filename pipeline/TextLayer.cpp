@@ -2,12 +2,10 @@
 
 #include "pipeline/HelveticaMetrics.h"
 #include "pipeline/PdfNumber.h"
+#include "pipeline/VisualOrder.h"
 
 #include <QChar>
 #include <QList>
-#include <unicode/ubidi.h>
-
-#include <algorithm>
 
 namespace velmor {
 
@@ -16,74 +14,102 @@ namespace {
 constexpr double fontSizeOfHeight = 0.85;
 constexpr double baselineOfHeight = 0.18;
 
-/// One line's string operand, and its width in thousandths of the font size.
+/// One line as the operand of TJ, and its width in thousandths of the font size.
 struct SetText {
     const char *font;
     QByteArray operand;
     double width = 0;
 };
 
-bool isRightToLeft(const QString &text)
+/// `text` without what isn't a character or would break the line.
+QString settable(const QString &text)
 {
-    return std::ranges::any_of(text, [](QChar character) {
-        const QChar::Direction direction = character.direction();
-        return direction == QChar::DirR || direction == QChar::DirAL;
-    });
-}
-
-/// The characters from left to right as they stand on paper.
-QString visualOrder(const QString &text)
-{
-    if (!isRightToLeft(text))
-        return text;
-    const auto length = static_cast<int32_t>(text.size());
-    const auto *logical = reinterpret_cast<const UChar *>(text.utf16());
-    const std::unique_ptr<UBiDi, decltype(&ubidi_close)> bidi(ubidi_open(), &ubidi_close);
-    QString visual(text.size() * 2, Qt::Uninitialized);
-    UErrorCode status = U_ZERO_ERROR;
-    ubidi_setPara(bidi.get(), logical, length, UBIDI_DEFAULT_LTR, nullptr, &status);
-    const int32_t written = ubidi_writeReordered(
-        bidi.get(), reinterpret_cast<UChar *>(visual.data()), static_cast<int32_t>(visual.size()),
-        UBIDI_KEEP_BASE_COMBINING | UBIDI_DO_MIRRORING, &status);
-    return U_SUCCESS(status) ? visual.left(written) : text;
-}
-
-/// The line's characters; what isn't one, or would break the line, becomes a harmless one.
-QList<uint> characters(const QString &text)
-{
-    QList<uint> result = visualOrder(text).toUcs4();
-    for (uint &character : result) {
+    QString result;
+    for (const uint character : text.toUcs4()) {
         if (QChar::isSurrogate(character))
-            character = QChar::ReplacementCharacter;
+            result += QChar(QChar::ReplacementCharacter);
         else if (QChar::category(character) == QChar::Other_Control)
-            character = ' ';
+            result += u' ';
+        else
+            result += QChar::fromUcs4(character);
     }
     return result;
 }
 
-std::optional<SetText> setInHelvetica(const QList<uint> &text)
+QByteArray hexadecimal(uint number, int digits)
+{
+    return QByteArray::number(number, 16).rightJustified(digits, '0');
+}
+
+std::optional<SetText> setInHelvetica(const QString &text)
 {
     SetText set{TextLayer::helveticaName, "<", 0};
-    for (const uint character : text) {
+    for (const uint character : text.toUcs4()) {
         const auto code = HelveticaMetrics::winAnsiCode(character);
         if (!code)
             return std::nullopt;
-        set.operand += QByteArray::number(*code, 16).rightJustified(2, '0');
+        set.operand += hexadecimal(*code, 2);
         set.width += HelveticaMetrics::advanceWidth(*code);
     }
     set.operand += '>';
     return set;
 }
 
-SetText setGlyphless(const QList<uint> &text, GlyphlessFont &font)
+SetText setGlyphless(const QString &text, GlyphlessFont &font)
 {
     SetText set{TextLayer::glyphlessName, "<", 0};
-    for (const uint character : text) {
-        set.operand += QByteArray::number(font.glyph(character), 16).rightJustified(4, '0');
+    for (const uint character : text.toUcs4()) {
+        set.operand += hexadecimal(font.glyph(character), 4);
         set.width += GlyphlessFont::advanceWidth(character);
     }
     set.operand += '>';
     return set;
+}
+
+/// Paints in reading order, and moves the pen to each character's place on paper.
+SetText setRightToLeft(const QString &text, const QList<qsizetype> &order, GlyphlessFont &font)
+{
+    const QList<uint> characters = text.toUcs4();
+    SetText set{TextLayer::glyphlessName, {}, 0};
+    QList<double> places(characters.size());
+    for (const qsizetype index : order) {
+        places[index] = set.width;
+        set.width += GlyphlessFont::advanceWidth(characters[index]);
+    }
+    double pen = 0;
+    for (qsizetype index = 0; index < characters.size(); ++index) {
+        set.operand += pdfNumber(pen - places[index]) + '<' +
+                       hexadecimal(font.glyph(characters[index]), 4) + '>';
+        pen = places[index] + GlyphlessFont::advanceWidth(characters[index]);
+    }
+    return set;
+}
+
+/// The characters in paper order, as a text string of a PDF.
+QByteArray paperText(const QString &text, const QList<qsizetype> &order)
+{
+    const QList<uint> characters = text.toUcs4();
+    QByteArray result = "<feff";
+    for (const qsizetype index : order) {
+        const auto units = QChar::fromUcs4(characters[index]);
+        for (const QChar unit : QStringView(units))
+            result += hexadecimal(unit.unicode(), 4);
+    }
+    return result + '>';
+}
+
+/// The line in the form that the readers of the field give back exactly.
+///
+/// Left-to-right text needs no more than its characters in order. With right-to-left text readers
+/// disagree: some give characters back as they are painted, others expect paper order and turn it
+/// round themselves. So it is painted in reading order, for the former, under an ActualText in
+/// paper order, for the latter.
+QByteArray shown(const SetText &set, const QString &text, const QList<qsizetype> &order)
+{
+    if (order.isEmpty())
+        return '[' + set.operand + "] TJ\n";
+    return "/Span <</ActualText " + paperText(text, order) + ">> BDC\n[" + set.operand +
+           "] TJ\nEMC\n";
 }
 
 void appendLine(TextLayer &layer, const OcrLine &line, QSizeF page)
@@ -95,19 +121,23 @@ void appendLine(TextLayer &layer, const OcrLine &line, QSizeF page)
     if (!(width > 0) || !(height > 1))
         return;
 
-    const QList<uint> text = characters(line.text);
+    const QString text = settable(line.text);
+    const QList<qsizetype> order =
+        hasRightToLeftText(text) ? visualOrder(text) : QList<qsizetype>();
     std::optional<SetText> set = setInHelvetica(text);
     if (set)
         layer.usesHelvetica = true;
-    else
+    else if (order.isEmpty())
         set = setGlyphless(text, layer.glyphless);
+    else
+        set = setRightToLeft(text, order, layer.glyphless);
 
     const double size = height * fontSizeOfHeight;
     const double natural = set->width * size / 1000;
     const double stretch = natural > 0 ? width / natural : 1;
     layer.operators += QByteArray(set->font) + ' ' + pdfNumber(size) + " Tf " + pdfNumber(stretch) +
                        " 0 0 1 " + pdfNumber(x) + ' ' + pdfNumber(y + height * baselineOfHeight) +
-                       " Tm " + set->operand + " Tj\n";
+                       " Tm\n" + shown(*set, text, order);
 }
 
 } // namespace

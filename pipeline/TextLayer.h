@@ -13,7 +13,7 @@ namespace velmor {
 /// The invisible text of a page, as PDF operators, and the fonts that it needs.
 ///
 /// A line whose characters Helvetica has is set in Helvetica; any other goes as a whole to the
-/// glyphless font. Right-to-left text is laid in visual order, which is what PDF readers expect.
+/// glyphless font.
 struct TextLayer {
     QByteArray operators; ///< Empty when no line could be set.
     bool usesHelvetica = false;

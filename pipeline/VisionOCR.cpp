@@ -1,0 +1,171 @@
+#include "pipeline/VisionOCR.h"
+
+#include "pipeline/EncodedImage.h"
+#include "pipeline/PageRaster.h"
+#include "pipeline/RawStore.h"
+#include "pipeline/TextRecognition.h"
+
+#include <QCoroFuture>
+#include <QFile>
+#include <QtConcurrent>
+
+#include <exception>
+
+namespace velmor::VisionOCR {
+
+namespace {
+
+/// JPEG quality, 0 to 1, of pages from the engine, and of pages made anew from older ones.
+constexpr double assemblyQuality = 0.85;
+constexpr double rebuildQuality = 0.8;
+
+constexpr double pointsPerInch = 72;
+
+std::optional<EncodedImage> compressed(const QImage &image, double quality)
+{
+    std::optional<EncodedImage> jpeg = jpegImage(image, quality);
+    return jpeg ? jpeg : losslessImage(image);
+}
+
+/// A file that is a JPEG already goes into the document as it is; a second compression would only
+/// cost quality. Anything else but PNG keeps every pixel.
+std::optional<EncodedImage> encodedFile(const QString &path, const QImage &image)
+{
+    if (path.toLower().endsWith(QLatin1String(".png")))
+        return compressed(image, assemblyQuality);
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly)) {
+        const std::optional<EncodedImage> jpeg = jpegFileImage(file.readAll());
+        if (jpeg && jpeg->size == image.size())
+            return jpeg;
+    }
+    return losslessImage(image);
+}
+
+/// Recognises the text of `image` while `encode` runs on another thread, and makes the page.
+template <typename Encode>
+std::optional<PdfPage> pageWithText(const QImage &image, QSizeF size, Encode encode)
+{
+    QFuture<std::optional<EncodedImage>> encoding = QtConcurrent::run(encode);
+    const std::vector<OcrLine> lines = recognizeSync(image);
+    const std::optional<EncodedImage> encoded = encoding.takeResult();
+    return encoded ? PageRaster::makePage(*encoded, size, lines) : std::nullopt;
+}
+
+template <typename Encode>
+std::optional<PdfPage> builtPage(const QImage &image, QSizeF size, bool ocr, Encode encode)
+{
+    if (ocr)
+        return pageWithText(image, size, encode);
+    const std::optional<EncodedImage> encoded = encode();
+    return encoded ? PageRaster::makePage(*encoded, size, {}) : std::nullopt;
+}
+
+/// Memory that runs out on a background thread costs the page, not the process.
+template <typename Work> std::optional<PdfPage> withoutExceptions(Work work)
+{
+    try {
+        return work();
+    } catch (const std::exception &) {
+        return std::nullopt;
+    }
+}
+
+std::optional<PdfPage> pageFromFile(const QString &path, double dpi, bool ocr)
+{
+    return withoutExceptions([&]() -> std::optional<PdfPage> {
+        const std::optional<QImage> image = RawStore::image(QUrl::fromLocalFile(path));
+        if (!image)
+            return std::nullopt;
+        const QSizeF size = image->size().toSizeF() * (pointsPerInch / dpi);
+        return builtPage(*image, size, ocr, [&] { return encodedFile(path, *image); });
+    });
+}
+
+std::optional<QImage> sourceImage(const PdfPage &page, double dpi, const std::optional<QUrl> &raw)
+{
+    std::optional<QImage> image = raw ? RawStore::image(*raw) : std::nullopt;
+    return image ? image : PageRaster::render(page, PageRaster::Dpi{dpi});
+}
+
+std::optional<PdfPage> rebuiltPage(const PdfPage &page, double dpi,
+                                   const std::optional<MagicSettings> &levels, bool ocr,
+                                   const std::optional<QUrl> &raw)
+{
+    return withoutExceptions([&]() -> std::optional<PdfPage> {
+        std::optional<QImage> image = sourceImage(page, dpi, raw);
+        if (!image)
+            return std::nullopt;
+        if (levels) {
+            auto levelled =
+                PageRaster::applyLevels(*image, levels->black, levels->white, levels->gamma);
+            if (levelled)
+                image = std::move(levelled);
+        }
+        return builtPage(*image, page.displayedSize(), ocr,
+                         [&] { return compressed(*image, rebuildQuality); });
+    });
+}
+
+void report(const Progress &progress, int done, qsizetype total)
+{
+    if (progress)
+        progress(done, static_cast<int>(total));
+}
+
+} // namespace
+
+std::vector<OcrLine> recognizeSync(const QImage &image)
+{
+    return recognizeText(image);
+}
+
+QCoro::Task<bool> assemblePdf(QStringList imagePaths, double dpi, bool ocr,
+                              std::function<bool(const PdfDocument &)> write, Progress progress)
+{
+    PdfDocument document;
+    report(progress, 0, imagePaths.size());
+    for (const QString &path : imagePaths) {
+        QFuture<std::optional<PdfPage>> work =
+            QtConcurrent::run([path, dpi, ocr] { return pageFromFile(path, dpi, ocr); });
+        const std::optional<PdfPage> page = co_await work;
+        if (!page || !document.insertPage(*page, document.pageCount()))
+            co_return false;
+        report(progress, document.pageCount(), imagePaths.size());
+    }
+    document.stampOrigin();
+    co_return write(document);
+}
+
+QCoro::Task<std::optional<PdfPage>> rebuildPage(PdfPage page, double dpi,
+                                                std::optional<MagicSettings> levels, bool ocr,
+                                                std::optional<QUrl> raw)
+{
+    QFuture<std::optional<PdfPage>> work = QtConcurrent::run(
+        [page, dpi, levels, ocr, raw] { return rebuiltPage(page, dpi, levels, ocr, raw); });
+    co_return co_await work;
+}
+
+QCoro::Task<bool> ocrDocument(QUrl location, double dpi,
+                              std::function<bool(const PdfDocument &, const QUrl &)> write,
+                              Progress progress)
+{
+    std::optional<PdfDocument> document = PdfDocument::open(location);
+    if (!document || document->pageCount() == 0)
+        co_return false;
+    report(progress, 0, document->pageCount());
+    for (int index = 0; index < document->pageCount(); ++index) {
+        const std::optional<PdfPage> old = document->page(index);
+        if (!old)
+            co_return false;
+        const std::optional<MagicSettings> noLevels;
+        const std::optional<QUrl> noRaw;
+        const std::optional<PdfPage> page = co_await rebuildPage(*old, dpi, noLevels, true, noRaw);
+        if (!page || !document->replacePage(index, *page))
+            co_return false;
+        report(progress, index + 1, document->pageCount());
+    }
+    co_return write(*document, location);
+}
+
+} // namespace velmor::VisionOCR

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "model/Models.h"
+#include "pipeline/OcrLine.h"
+#include "pipeline/PdfDocument.h"
+
+#include <QCoroTask>
+#include <QImage>
+#include <QStringList>
+#include <QUrl>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+/// From page images to a searchable PDF, and a text layer for one that exists.
+///
+/// The tasks are started on a thread with an event loop and come back to it between pages; the
+/// work on a page runs in the thread pool, one page at a time. They never touch a file that they
+/// make: the finished document goes to the caller's `write`, on the thread that the task was
+/// started on. They report nothing in words.
+namespace velmor::VisionOCR {
+
+/// Called before the first page and after each with the pages done and the pages in all.
+using Progress = std::function<void(int done, int total)>;
+
+/// The text lines of an image, in reading order. Blocks for seconds: for background threads.
+/// Without text, or when recognition fails, there are none.
+[[nodiscard]] std::vector<OcrLine> recognizeSync(const QImage &image);
+
+/// Makes a document of the image files at `imagePaths`, in that order, and answers what `write`
+/// answers for it. A page's size is its pixels at `dpi`; with `ocr` its text is laid under it.
+///
+/// False without a call of `write` if any of the images can't be read or put on a page: a document
+/// with a missing page is worse than none.
+[[nodiscard]] QCoro::Task<bool> assemblePdf(QStringList imagePaths, double dpi, bool ocr,
+                                            std::function<bool(const PdfDocument &)> write,
+                                            Progress progress = {});
+
+/// A new page from an old one: the image file `raw`, or where there is none that can be read the
+/// old page drawn at `dpi`; with `levels` applied; with its text if `ocr` is set. It has the old
+/// page's size as displayed, and no rotation. Nothing if there is no image to be had.
+[[nodiscard]] QCoro::Task<std::optional<PdfPage>> rebuildPage(PdfPage page, double dpi,
+                                                              std::optional<MagicSettings> levels,
+                                                              bool ocr, std::optional<QUrl> raw);
+
+/// Gives every page of the document at `location` a new text layer, its picture redrawn at `dpi`,
+/// and answers what `write` answers for the result. What else the document holds stays.
+///
+/// False without a call of `write` if the document doesn't open, has no pages, or if one of them
+/// can't be rebuilt.
+[[nodiscard]] QCoro::Task<bool>
+ocrDocument(QUrl location, double dpi, std::function<bool(const PdfDocument &, const QUrl &)> write,
+            Progress progress = {});
+
+} // namespace velmor::VisionOCR
