@@ -196,10 +196,10 @@ TEST_F(ScanEngineClientTest, ALaunchMayBeRepeatedFromTheReportOfItsFailure)
 
 TEST_F(ScanEngineClientTest, AfterStopNothingIsDelivered)
 {
-    const FakeEngine engine("start: print {\"event\":\"first\"}\n"
+    const FakeEngine engine("start: ignore-term\n"
+                            "start: print {\"event\":\"first\"}\n"
                             "start: print {\"event\":\"second\"}\n"
-                            "start: print {\"event\":\"third\",\"pages\":$PID}\n"
-                            "start: ignore-term\n");
+                            "start: print {\"event\":\"third\"}\n");
     const QSignalSpy ends(client.get(), &ScanEngineClient::ended);
     QObject::connect(client.get(), &ScanEngineClient::eventReceived, [this] {
         if (events.size() == 2)

@@ -1,0 +1,195 @@
+#include "model/AppModel.h"
+#include "pipeline/RawStore.h"
+#include "pipeline/TextRecognition.h"
+#include "pipeline/VisionOCR.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+/// Whether a path of the engine's can be where a PDF is saved: it must not reach other kinds of
+/// files, whatever the engine says.
+bool namesPdf(const QString &path)
+{
+    return QDir::isAbsolutePath(path) && path.endsWith(QLatin1String(".pdf"));
+}
+
+} // namespace
+
+bool AppModel::canScan() const
+{
+    return m_engineRunning && !m_devices.isEmpty() && !m_isScanning;
+}
+
+void AppModel::primaryScan()
+{
+    if (m_isScanning)
+        cancel();
+    else if (m_devices.isEmpty())
+        refreshDevices();
+    else
+        scan();
+}
+
+void AppModel::scan()
+{
+    if (!canScan())
+        return;
+    ensureOutputFolder();
+    setIsScanning(true);
+    setStatusText(m_settings.batch ? QStringLiteral("Waiting for paper…")
+                                   : QStringLiteral("Scanning…"));
+    m_activeScanDpi = rawValue(m_settings.quality);
+    m_engine.send(scanCommand());
+}
+
+void AppModel::cancel()
+{
+    m_engine.send({.cmd = QStringLiteral("cancel")});
+}
+
+QString AppModel::nextOutputPath() const
+{
+    const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd_HHmmss"));
+    return QDir(m_settings.outputFolder.toLocalFile())
+        .absoluteFilePath(title(m_selectedPreset) + u'_' + time + QStringLiteral(".pdf"));
+}
+
+EngineCommand AppModel::scanCommand() const
+{
+    const auto device =
+        std::ranges::find_if(m_devices, [&](const auto &entry) { return entry.id == m_deviceId; });
+    EngineCommand command{
+        .cmd = QStringLiteral("scan"),
+        .deviceId = m_deviceId.value_or(m_devices.first().id),
+        .source = m_settings.source,
+        .dpi = m_activeScanDpi,
+        .colorMode = engineValue(m_settings.colorMode),
+        .batchWaitForPaper = m_settings.batch,
+    };
+    if (device != m_devices.end())
+        command.driver = device->driver;
+    command.autoSettings = EngineCommand::Auto{
+        .crop = m_settings.cropEnabled,
+        .cropWidthMode = QStringLiteral("auto"),
+        .cropHeightMode = QStringLiteral("auto"),
+        .deskew = m_settings.deskewEnabled,
+        .cleanBackground = m_settings.cleanEnabled,
+        .blankRemoval = m_settings.blankRemovalEnabled,
+        .autoLevels = m_settings.autoLevelsEnabled,
+        .ocr = false, // Text is recognised here, where the PDF is made.
+        .ocrLanguage = m_settings.ocrLanguage,
+        .brightness = m_settings.brightness,
+        .contrast = m_settings.contrast,
+    };
+    command.output = EngineCommand::Output{nextOutputPath(), QStringLiteral("images")};
+    return command;
+}
+
+void AppModel::assembleScan(const QStringList &pageImages, const QString &file, int pages)
+{
+    setStatusText(m_settings.ocr ? QStringLiteral("Making text searchable…")
+                                 : QStringLiteral("Saving PDF…"));
+    assemble(pageImages, QUrl::fromLocalFile(file), pages, m_activeScanDpi, m_settings.ocr);
+}
+
+QCoro::Task<> AppModel::assemble(QStringList pageImages, QUrl url, int pages, double dpi, bool ocr)
+{
+    const QPointer<AppModel> self(this);
+    ++m_assemblies;
+    const std::function<bool(const PdfDocument &)> save = [self, url](const PdfDocument &document) {
+        return self && namesPdf(url.toLocalFile()) && self->write(document, url);
+    };
+    const VisionOCR::Progress progress = [self](int done, int total) {
+        if (self)
+            self->setAssemblyProgress(done, total);
+    };
+    const bool saved = co_await VisionOCR::assemblePdf(pageImages, dpi, ocr, save, progress);
+    if (!self)
+        co_return;
+    endAssembly();
+    if (saved)
+        finishScan(pageImages, url, pages, ocr ? tellRecognitionProblem() : QString());
+    else
+        giveUpScan(pageImages);
+}
+
+void AppModel::finishScan(const QStringList &pageImages, const QUrl &url, int pages,
+                          const QString &message)
+{
+    RawStore::adopt(pageImages, url);
+    setStatusText(savedText(pages));
+    flashSuccess(pages);
+    setShowScans(true);
+    loadResults();
+    Q_EMIT scanEnded({.kind = ScanOutcome::Kind::saved, .file = url, .message = message});
+}
+
+void AppModel::giveUpScan(const QStringList &pageImages)
+{
+    setStatusText(QStringLiteral("Couldn't save the PDF"));
+    flash(QStringLiteral("Couldn't save the PDF — page images kept in the scans folder"));
+    loadResults();
+    Q_EMIT scanEnded({.kind = ScanOutcome::Kind::notSaved, .pageImages = pageImages});
+}
+
+void AppModel::runVisionOcr(const QUrl &url, int pages)
+{
+    setStatusText(QStringLiteral("Making text searchable…"));
+    recognizeSaved(url, pages, rawValue(m_settings.quality));
+}
+
+QCoro::Task<> AppModel::recognizeSaved(QUrl url, int pages, double dpi)
+{
+    const QPointer<AppModel> self(this);
+    ++m_assemblies;
+    const std::function<bool(const PdfDocument &, const QUrl &)> save =
+        [self](const PdfDocument &document, const QUrl &location) {
+            return self && self->write(document, location);
+        };
+    const VisionOCR::Progress progress = [self](int done, int total) {
+        if (self)
+            self->setAssemblyProgress(done, total);
+    };
+    const bool saved = co_await VisionOCR::ocrDocument(url, dpi, save, progress);
+    if (!self)
+        co_return;
+    endAssembly();
+    setStatusText(savedText(pages));
+    const QString message =
+        saved ? QString() : QStringLiteral("Text recognition failed — scan saved without it");
+    if (!saved)
+        flash(message);
+    loadResults();
+    Q_EMIT scanEnded({.kind = ScanOutcome::Kind::saved, .file = url, .message = message});
+}
+
+void AppModel::setAssemblyProgress(int done, int total)
+{
+    assign(m_progress, AssemblyProgress{done, total}, &AppModel::assemblyProgressChanged);
+}
+
+void AppModel::endAssembly()
+{
+    if (--m_assemblies == 0)
+        assign(m_progress, std::nullopt, &AppModel::assemblyProgressChanged);
+}
+
+/// Recognition that can't work at all leaves PDFs without text; the user hears why, once.
+QString AppModel::tellRecognitionProblem()
+{
+    const std::optional<QString> problem = recognitionProblem();
+    if (!problem || m_toldRecognitionProblem)
+        return {};
+    m_toldRecognitionProblem = true;
+    flash(*problem);
+    return *problem;
+}
+
+} // namespace velmor
