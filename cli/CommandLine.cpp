@@ -1,0 +1,239 @@
+#include "cli/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+
+namespace velmor {
+
+namespace {
+
+const QString overview =
+    QStringLiteral("Usage: velmor COMMAND [options]\n"
+                   "Turns paper into searchable PDF files.\n\n"
+                   "Commands:\n"
+                   "  scan     Scan into a PDF and print its path.\n"
+                   "  devices  List the scanners: id, name and driver, separated by tabs.\n\n"
+                   "Options:\n"
+                   "  -h, --help     Show this help, or that of a command.\n"
+                   "  -v, --version  Show the version.\n\n"
+                   "The environment variable VELMOR_ENGINE names another scanner engine.\n");
+
+const QString exitCodes =
+    QStringLiteral("\nExit codes: 0 done, 2 wrong use, 3 nothing scanned, 4 no scanner found, "
+                   "5 the scanner\nengine failed, 6 the PDF couldn't be saved.\n"
+                   "Ctrl-C ends the scan and saves the pages so far; a second one ends at once.\n");
+
+QString quoted(const QString &text)
+{
+    return QStringLiteral("“") + text + QStringLiteral("”");
+}
+
+/// Reads the options of one command. The first thing that is wrong is kept, and what is read after
+/// it doesn't count.
+class OptionReader {
+public:
+    OptionReader(const QString &command, const QString &description)
+    {
+        m_parser.setApplicationDescription(description);
+        m_parser.addOption({
+            {QStringLiteral("h"), QStringLiteral("help")},
+            QStringLiteral("Show this help.")
+        });
+        m_program = QStringLiteral("velmor ") + command;
+    }
+
+    void add(const QString &name, const QString &description, const QString &value = {})
+    {
+        m_parser.addOption({name, description, value});
+    }
+
+    void parse(const QStringList &arguments)
+    {
+        if (!m_parser.parse(QStringList(m_program) + arguments))
+            fail(m_parser.errorText());
+        else if (!m_parser.positionalArguments().isEmpty())
+            fail(QStringLiteral("Unexpected argument %1.")
+                     .arg(quoted(m_parser.positionalArguments().first())));
+    }
+
+    [[nodiscard]] bool wantsHelp() const { return m_parser.isSet(QStringLiteral("help")); }
+    [[nodiscard]] QString helpText() const { return m_parser.helpText(); }
+    [[nodiscard]] const std::optional<QString> &problem() const { return m_problem; }
+
+    [[nodiscard]] std::optional<QString> text(const QString &name)
+    {
+        if (!m_parser.isSet(name))
+            return {};
+        const QString value = m_parser.value(name);
+        if (value.isEmpty())
+            fail(QStringLiteral("--%1 needs a value.").arg(name));
+        return value;
+    }
+
+    /// The member of `all` whose word the option gives.
+    template <typename Values, typename Word>
+    [[nodiscard]] auto oneOf(const QString &name, const Values &all, Word word)
+        -> std::optional<typename Values::value_type>
+    {
+        const std::optional<QString> given = text(name);
+        if (!given)
+            return {};
+        QStringList words;
+        for (const auto value : all) {
+            if (word(value) == *given)
+                return value;
+            words.append(word(value));
+        }
+        fail(QStringLiteral("--%1 takes one of %2, not %3.")
+                 .arg(name, words.join(QLatin1String(", ")), quoted(*given)));
+        return {};
+    }
+
+    /// Which of "--name" and "--no-name" comes last.
+    [[nodiscard]] std::optional<bool> flag(const QString &name) const
+    {
+        const QString opposite = QStringLiteral("no-") + name;
+        const QStringList given = m_parser.optionNames();
+        if (!given.contains(name) && !given.contains(opposite))
+            return {};
+        return given.lastIndexOf(name) > given.lastIndexOf(opposite);
+    }
+
+    [[nodiscard]] SearchLimit searchLimit()
+    {
+        SearchLimit limit;
+        if (const std::optional<QString> given = text(searchTimeout)) {
+            bool valid = false;
+            const int seconds = given->toInt(&valid);
+            if (!valid || seconds < 1 || seconds > longestSearch)
+                fail(QStringLiteral("--%1 takes a number of seconds from 1 to %2, not %3.")
+                         .arg(searchTimeout, QString::number(longestSearch), quoted(*given)));
+            limit.value = std::chrono::seconds(seconds);
+        }
+        return limit;
+    }
+
+    void addSearchTimeout()
+    {
+        add(searchTimeout,
+            QStringLiteral("How long to look for scanners, 1 to %1 seconds [%2].")
+                .arg(longestSearch)
+                .arg(SearchLimit().value.count()),
+            QStringLiteral("SECONDS"));
+    }
+
+private:
+    static constexpr int longestSearch = 3600;
+    const QString searchTimeout = QStringLiteral("search-timeout");
+
+    void fail(const QString &problem)
+    {
+        if (!m_problem)
+            m_problem = problem;
+    }
+
+    QCommandLineParser m_parser;
+    QString m_program;
+    std::optional<QString> m_problem;
+};
+
+void addScanOptions(OptionReader &options)
+{
+    options.add(QStringLiteral("folder"),
+                QStringLiteral("Save here, instead of in the folder chosen in the application."),
+                QStringLiteral("DIR"));
+    options.add(QStringLiteral("tab"),
+                QStringLiteral("document or photo: the defaults for all else [document]."),
+                QStringLiteral("TAB"));
+    options.add(QStringLiteral("quality"), QStringLiteral("150, 300 or 600 dots per inch [300]."),
+                QStringLiteral("DPI"));
+    options.add(QStringLiteral("color"), QStringLiteral("auto, color, grayscale or bw."),
+                QStringLiteral("MODE"));
+    options.add(QStringLiteral("source"), QStringLiteral("Where the paper is: auto or flatbed."),
+                QStringLiteral("WORD"));
+    options.add(QStringLiteral("device"),
+                QStringLiteral("The scanner, by its id [the first that is found]."),
+                QStringLiteral("ID"));
+    options.add(QStringLiteral("batch"), QStringLiteral("Keep waiting for paper, until Ctrl-C."));
+    options.add(QStringLiteral("no-batch"), QStringLiteral("End when the paper ends [default]."));
+    options.add(QStringLiteral("ocr"), QStringLiteral("Make the text searchable."));
+    options.add(QStringLiteral("no-ocr"), QStringLiteral("Save without text."));
+    options.addSearchTimeout();
+}
+
+Request parseScan(const QStringList &arguments)
+{
+    OptionReader options(QStringLiteral("scan"),
+                         QStringLiteral("Scans into a PDF and prints its path."));
+    addScanOptions(options);
+    options.parse(arguments);
+    if (options.wantsHelp())
+        return PrintRequest{options.helpText() + exitCodes};
+
+    ScanRequest request;
+    request.tab = options
+                      .oneOf(QStringLiteral("tab"), allDocumentTypes,
+                             [](DocumentType type) { return rawValue(type); })
+                      .value_or(request.tab);
+    request.quality = options.oneOf(QStringLiteral("quality"), allScanQualities, [](auto quality) {
+        return QString::number(rawValue(quality));
+    });
+    request.colorMode = options.oneOf(QStringLiteral("color"), allColorModes,
+                                      [](ColorMode mode) { return rawValue(mode); });
+    if (const std::optional<QString> folder = options.text(QStringLiteral("folder")))
+        request.folder = QUrl::fromLocalFile(QDir(*folder).absolutePath());
+    request.source = options.text(QStringLiteral("source"));
+    request.deviceId = options.text(QStringLiteral("device"));
+    request.batch = options.flag(QStringLiteral("batch")).value_or(false);
+    request.ocr = options.flag(QStringLiteral("ocr"));
+    request.searchLimit = options.searchLimit();
+    if (options.problem())
+        return WrongUse{*options.problem()};
+    return request;
+}
+
+Request parseDevices(const QStringList &arguments)
+{
+    OptionReader options(QStringLiteral("devices"),
+                         QStringLiteral("Lists the scanners: id, name and driver."));
+    options.addSearchTimeout();
+    options.parse(arguments);
+    if (options.wantsHelp())
+        return PrintRequest{options.helpText()};
+    const DevicesRequest request{options.searchLimit()};
+    if (options.problem())
+        return WrongUse{*options.problem()};
+    return request;
+}
+
+} // namespace
+
+ScanSettings ScanRequest::appliedTo(ScanSettings settings) const
+{
+    settings.outputFolder = folder.value_or(settings.outputFolder);
+    settings.quality = quality.value_or(settings.quality);
+    settings.colorMode = colorMode.value_or(settings.colorMode);
+    settings.source = source.value_or(settings.source);
+    settings.batch = batch;
+    settings.ocr = ocr.value_or(settings.ocr);
+    return settings;
+}
+
+Request parseCommandLine(const QStringList &arguments, const QString &version)
+{
+    const QString command = arguments.value(1);
+    const QStringList rest = arguments.mid(2);
+    if (command == u"scan")
+        return parseScan(rest);
+    if (command == u"devices")
+        return parseDevices(rest);
+    if (command == u"-h" || command == u"--help" || command == u"help")
+        return PrintRequest{overview};
+    if (command == u"-v" || command == u"--version")
+        return PrintRequest{QStringLiteral("velmor %1\n").arg(version)};
+    if (command.isEmpty())
+        return WrongUse{QStringLiteral("A command is missing: scan or devices.")};
+    return WrongUse{QStringLiteral("There is no command %1.").arg(quoted(command))};
+}
+
+} // namespace velmor

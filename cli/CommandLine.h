@@ -1,0 +1,57 @@
+#pragma once
+
+#include "model/Models.h"
+
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+
+#include <chrono>
+#include <optional>
+#include <variant>
+
+/// What the user asks for on the command line, as plain values.
+namespace velmor {
+
+/// How long to wait for the engine's list of scanners.
+struct SearchLimit {
+    std::chrono::seconds value{60};
+};
+
+/// "velmor scan". What is absent stays as the tab sets it.
+struct ScanRequest {
+    DocumentType tab = DocumentType::document;
+    std::optional<QUrl> folder = {}; ///< Absolute.
+    std::optional<ScanQuality> quality = {};
+    std::optional<ColorMode> colorMode = {};
+    std::optional<QString> source = {};
+    std::optional<QString> deviceId = {};
+    bool batch = false;
+    std::optional<bool> ocr = {};
+    SearchLimit searchLimit = {};
+
+    /// `settings` with what the request says in place of it.
+    [[nodiscard]] ScanSettings appliedTo(ScanSettings settings) const;
+};
+
+/// "velmor devices".
+struct DevicesRequest {
+    SearchLimit searchLimit = {};
+};
+
+/// Something to print, and no more: help or the version.
+struct PrintRequest {
+    QString text;
+};
+
+/// A command line that can't be understood, and why.
+struct WrongUse {
+    QString message;
+};
+
+using Request = std::variant<ScanRequest, DevicesRequest, PrintRequest, WrongUse>;
+
+/// The request of a command line, the program's name being its first argument.
+[[nodiscard]] Request parseCommandLine(const QStringList &arguments, const QString &version);
+
+} // namespace velmor

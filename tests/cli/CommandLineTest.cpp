@@ -1,0 +1,100 @@
+#include "cli/CommandLine.h"
+
+#include "tests/Printers.h"
+
+#include <QDir>
+#include <gmock/gmock.h>
+
+namespace velmor {
+namespace {
+
+using testing::HasSubstr;
+
+Request parsed(const char *arguments)
+{
+    return parseCommandLine(
+        (QStringLiteral("velmor ") + QString::fromUtf8(arguments)).split(u' ', Qt::SkipEmptyParts),
+        QStringLiteral("1.2"));
+}
+
+/// The settings that a scan with these options uses.
+ScanSettings settingsFor(const char *options)
+{
+    const Request request = parsed(options);
+    const auto *scan = std::get_if<ScanRequest>(&request);
+    EXPECT_TRUE(scan) << options;
+    if (!scan)
+        return {};
+    ScanSettings settings;
+    applyDefaults(scan->tab, settings);
+    return scan->appliedTo(settings);
+}
+
+TEST(CommandLine, TheTabSetsWhatTheOptionsLeaveOpen)
+{
+    ScanSettings document;
+    applyDefaults(DocumentType::document, document);
+    document.batch = false;
+    EXPECT_EQ(settingsFor("scan"), document);
+
+    ScanSettings photo;
+    applyDefaults(DocumentType::photo, photo);
+    EXPECT_EQ(settingsFor("scan --tab photo"), photo);
+
+    ScanSettings all = photo;
+    all.quality = ScanQuality::high;
+    all.colorMode = ColorMode::bw;
+    all.source = QStringLiteral("auto");
+    all.batch = true;
+    all.ocr = true;
+    all.outputFolder = QUrl::fromLocalFile(QDir::currentPath() + QStringLiteral("/x"));
+    EXPECT_EQ(settingsFor("scan --folder=x --tab photo --quality 600 --color bw --source auto "
+                          "--batch --ocr"),
+              all);
+}
+
+TEST(CommandLine, TheLastOfTwoOppositesCounts)
+{
+    EXPECT_TRUE(settingsFor("scan --no-batch --batch").batch);
+    EXPECT_FALSE(settingsFor("scan --batch --no-batch").batch);
+    EXPECT_FALSE(settingsFor("scan --ocr --no-ocr").ocr);
+    EXPECT_TRUE(settingsFor("scan --no-ocr --ocr").ocr);
+}
+
+TEST(CommandLine, WrongUseIsToldPrecisely)
+{
+    const struct {
+        const char *arguments, *message;
+    } cases[] = {
+        {"",                             "scan or devices"             },
+        {"fax",                          "“fax”"                       },
+        {"scan --quality 200",           "150, 300, 600, not “200”"    },
+        {"scan --color gray",            "auto, color, grayscale, bw"  },
+        {"scan --tab Photo",             "document, photo, not “Photo”"},
+        {"scan --folder=",               "--folder needs a value"      },
+        {"scan --quality",               "quality"                     },
+        {"scan page.png",                "“page.png”"                  },
+        {"scan --preview",               "preview"                     },
+        {"scan --ocr=yes",               "ocr"                         },
+        {"scan --search-timeout 0",      "1 to 3600, not “0”"          },
+        {"devices --search-timeout 1e3", "not “1e3”"                   },
+        {"devices --device x",           "device"                      },
+    };
+    for (const auto &c : cases) {
+        const Request request = parsed(c.arguments);
+        const auto *wrong = std::get_if<WrongUse>(&request);
+        ASSERT_TRUE(wrong) << c.arguments;
+        EXPECT_THAT(wrong->message.toStdString(), HasSubstr(c.message));
+    }
+}
+
+TEST(CommandLine, HelpAndVersionComeFirst)
+{
+    for (const char *arguments : {"--help", "-h", "help", "scan --help --quality 7", "devices -h"})
+        EXPECT_THAT(std::get<PrintRequest>(parsed(arguments)).text.toStdString(),
+                    HasSubstr("Usage:"));
+    EXPECT_EQ(std::get<PrintRequest>(parsed("--version")).text, QStringLiteral("velmor 1.2\n"));
+}
+
+} // namespace
+} // namespace velmor

@@ -1,0 +1,234 @@
+#include "tests/Printers.h"
+#include "tests/Waiting.h"
+#include "tests/fakeengine/FakeEngine.h"
+
+#include <QDir>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <unistd.h>
+
+namespace velmor {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+const QByteArray oneDevice =
+    "listDevices: print {\"event\":\"devices\",\"devices\":["
+    "{\"id\":\"a\\tb\",\"name\":\"A \\u001b[31mscanner\",\"driver\":\"x\"}]}\n";
+
+/// The command as a user runs it, with settings and an output folder of its own.
+class VelmorCommandTest : public testing::Test {
+protected:
+    VelmorCommandTest()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder.path());
+        environment.insert(QStringLiteral("HOME"), folder.path());
+        command.setProcessEnvironment(environment);
+    }
+
+    void start(const QByteArray &script, const QStringList &arguments)
+    {
+        engine.emplace(script);
+        QProcessEnvironment environment = command.processEnvironment();
+        for (const char *name : {"VELMOR_ENGINE", "FAKEENGINE_SCRIPT", "FAKEENGINE_LOG"})
+            environment.insert(QString::fromUtf8(name), qEnvironmentVariable(name));
+        command.setProcessEnvironment(environment);
+        command.start(QStringLiteral(VELMOR_PROGRAM), arguments);
+        ASSERT_TRUE(command.waitForStarted());
+    }
+
+    /// Scans into the test's folder, without recognition.
+    void startScan(const QByteArray &script, const QStringList &options = {})
+    {
+        start(oneDevice + script, QStringList({QStringLiteral("scan"), QStringLiteral("--no-ocr"),
+                                               QStringLiteral("--folder"), scansPath()}) +
+                                      options);
+    }
+
+    int exitCode()
+    {
+        const bool ended =
+            waitUntil([this] { return command.state() == QProcess::NotRunning; }, 60'000);
+        EXPECT_TRUE(ended);
+        output = command.readAllStandardOutput();
+        errors += command.readAllStandardError();
+        return ended && command.exitStatus() == QProcess::NormalExit ? command.exitCode() : -1;
+    }
+
+    /// Until the command has said so at standard error.
+    void waitForError(const QByteArray &text)
+    {
+        ASSERT_TRUE(waitUntil([&] {
+            errors += command.readAllStandardError();
+            return errors.contains(text);
+        })) << errors.constData();
+    }
+
+    void interrupt() { kill(static_cast<pid_t>(command.processId()), SIGINT); }
+
+    /// The answer of an engine that leaves `count` pages; names them in `pages`.
+    QByteArray doneWith(int count)
+    {
+        QByteArray files;
+        for (int page = 1; page <= count; ++page) {
+            QImage image(300, 300, QImage::Format_Grayscale8);
+            image.fill(100);
+            pages.append(folder.filePath(QStringLiteral("p%1.png").arg(page)));
+            EXPECT_TRUE(image.save(pages.last()));
+            files += (page > 1 ? ",\"" : "\"") + QFile::encodeName(pages.last()) + '"';
+        }
+        return "print {\"event\":\"done\",\"pages\":" + QByteArray::number(count) + ",\"files\":[" +
+               files + "],\"file\":\"$OUTPUT\"}\n";
+    }
+
+    QString scansPath() const { return folder.filePath(QStringLiteral("scans")); }
+    QStringList scans() const
+    {
+        return QDir(scansPath()).entryList({QStringLiteral("*.pdf")}, QDir::Files);
+    }
+
+    QTemporaryDir folder;
+    std::optional<FakeEngine> engine;
+    QProcess command;
+    QByteArray output, errors;
+    QStringList pages;
+};
+
+TEST_F(VelmorCommandTest, AScanPrintsThePathOfItsPdfAlone)
+{
+    startScan("scan: print {\"event\":\"scanStarted\"}\nscan: " + doneWith(2));
+    EXPECT_EQ(exitCode(), 0) << errors.constData();
+    ASSERT_EQ(scans().size(), 1);
+    EXPECT_EQ(output, QFile::encodeName(scansPath() + u'/' + scans().first()) + '\n');
+    EXPECT_THAT(errors.toStdString(), AllOf(HasSubstr("Scanning…\n"), HasSubstr("Page 2/2\n"),
+                                            HasSubstr("Saved 2 pages\n"), Not(HasSubstr("\033"))));
+    EXPECT_FALSE(QFileInfo::exists(pages.first()));
+    const QJsonObject scan = engine->received().at(1);
+    EXPECT_EQ(scan[u"batchWaitForPaper"], false);
+    EXPECT_FALSE(QFileInfo::exists(folder.filePath(QStringLiteral("Velmor/Velmor.ini"))));
+}
+
+TEST_F(VelmorCommandTest, EachFailureHasItsCodeAndItsWords)
+{
+    const QString file = folder.filePath(QStringLiteral("file"));
+    ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    const QByteArray none = "listDevices: print {\"event\":\"devices\"}\n";
+    const QStringList scan = {QStringLiteral("scan"), QStringLiteral("--folder"), scansPath(),
+                              QStringLiteral("--search-timeout"), QStringLiteral("1")};
+    const struct {
+        const char *what;
+        QByteArray script;
+        QStringList arguments;
+        int code;
+        const char *message;
+    } cases[] = {
+        {"wrong use",
+         "",                                                                                             {QStringLiteral("scan"), QStringLiteral("--quality"), QStringLiteral("1")},
+         2,                                                                                                                                                                                    "“1”"                },
+        {"no page",                 oneDevice + "scan: print {\"event\":\"done\"}\n",                    scan,                                                                              3, "Nothing scanned"    },
+        {"no scanner",              none,                                                                scan,                                                                              4, "No scanner found"   },
+        {"another scanner",         oneDevice,
+         scan + QStringList({QStringLiteral("--device"), QStringLiteral("zz")}),                                                                                                            4, "“zz”"               },
+        {"engine is silent",        "",                                                                  scan,                                                                              5, "within 1 seconds"   },
+        {"engine exits",            "start: exit 0\n",                                                   scan,                                                                              5, "ended unexpectedly" },
+        {"engine exits in the job", oneDevice + "scan: crash\n",                                         scan,                                                                              5, "Pages it captured"  },
+        {"engine's error",
+         oneDevice + "scan: print {\"event\":\"error\",\"message\":\"Jam \\u001b[2J\"}\n",               scan,                                                                              5,
+         "Jam  [2J\n"                                                                                                                                                                                               },
+        {"error to the search",     "listDevices: print {\"event\":\"error\",\"message\":\"No bus\"}\n",
+         scan,                                                                                                                                                                              5, "No bus"             },
+        {"folder is a file",
+         oneDevice,                                                                                      {QStringLiteral("scan"), QStringLiteral("--folder"), file},
+         6,                                                                                                                                                                                    "Nothing was scanned"},
+        {"folder below a file",
+         oneDevice,                                                                                      {QStringLiteral("scan"), QStringLiteral("--folder"), file + QStringLiteral("/x")},
+         6,                                                                                                                                                                                    "Nothing was scanned"},
+        {"no device to list",       none,                                                                {QStringLiteral("devices")},                                                       4, "No scanner found"   },
+        {"dead engine, no list",
+         "start: crash\n",                                                                               {QStringLiteral("devices")},
+         5,                                                                                                                                                                                    "ended unexpectedly" },
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        errors.clear();
+        start(c.script, c.arguments);
+        EXPECT_EQ(exitCode(), c.code);
+        EXPECT_THAT(errors.toStdString(), HasSubstr(c.message));
+        EXPECT_TRUE(output.isEmpty()) << output.constData();
+    }
+}
+
+TEST_F(VelmorCommandTest, AnEngineThatCannotBeLaunchedIsAFailure)
+{
+    QProcessEnvironment environment = command.processEnvironment();
+    // A folder is no program, so the search goes on and ends without one or beside the command.
+    environment.insert(QStringLiteral("VELMOR_ENGINE"), folder.path());
+    const QString program = folder.filePath(QStringLiteral("velmor"));
+    ASSERT_TRUE(QFile::copy(QStringLiteral(VELMOR_PROGRAM), program));
+    command.setProcessEnvironment(environment);
+    command.start(program, {QStringLiteral("devices")});
+    EXPECT_EQ(exitCode(), 5);
+    EXPECT_THAT(errors.toStdString(), HasSubstr("scanengine executable not found in bundle"));
+
+    QFile broken(folder.filePath(QStringLiteral("scanengine")));
+    ASSERT_TRUE(broken.open(QIODevice::WriteOnly) && broken.write("not a program") > 0);
+    broken.close();
+    command.start(program, {QStringLiteral("devices")});
+    EXPECT_EQ(exitCode(), 5);
+}
+
+TEST_F(VelmorCommandTest, PagesOfAPdfThatCannotBeSavedAreNamed)
+{
+    const QByteArray done = doneWith(1);
+    startScan("scan: " + QByteArray(done).replace("$OUTPUT", "$DIR/none/x.pdf"));
+    EXPECT_EQ(exitCode(), 6);
+    EXPECT_THAT(errors.toStdString(), HasSubstr(pages.first().toStdString()));
+    EXPECT_TRUE(QFileInfo::exists(pages.first()));
+}
+
+TEST_F(VelmorCommandTest, InterruptingSavesWhatWasCaptured)
+{
+    startScan("scan: print {\"event\":\"page\",\"index\":1}\ncancel: " + doneWith(1),
+              {QStringLiteral("--batch")});
+    waitForError("Captured page 1");
+    interrupt();
+    EXPECT_EQ(exitCode(), 0);
+    EXPECT_EQ(scans().size(), 1);
+    EXPECT_EQ(engine->receivedWords().at(2), "cancel");
+}
+
+TEST_F(VelmorCommandTest, InterruptingTwiceEndsAtOnce)
+{
+    startScan("scan: print {\"event\":\"page\",\"index\":1}\n");
+    waitForError("Captured page 1");
+    interrupt();
+    waitForError("Ending the scan");
+    interrupt();
+    EXPECT_EQ(exitCode(), 130);
+}
+
+TEST_F(VelmorCommandTest, DevicesAreListedOnePerLine)
+{
+    start(oneDevice, {QStringLiteral("devices")});
+    EXPECT_EQ(exitCode(), 0);
+    EXPECT_EQ(output, "a b\tA  [31mscanner\tx\n");
+}
+
+TEST_F(VelmorCommandTest, FloodAndGarbageDoNotStopAScan)
+{
+    startScan("start: line 50000000\nstart: bytes ff00fe0a\nstart: print {\"event\":7}\n"
+              "scan: print not json\nscan: " +
+              doneWith(1));
+    EXPECT_EQ(exitCode(), 0) << errors.left(2000).constData();
+    EXPECT_EQ(scans().size(), 1);
+}
+
+} // namespace
+} // namespace velmor
