@@ -1,0 +1,141 @@
+// Work on PDF pages and whole documents. Wall time: rendering happens on a thread of its own.
+
+#include "bench/SamplePage.h"
+#include "pipeline/PageRaster.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+using namespace velmor;
+
+namespace {
+
+constexpr int scanPages = 100;
+
+/// A folder with a scan of a hundred pages, each with a JPEG of its own.
+class ScanFolder {
+public:
+    ScanFolder()
+    {
+        PdfDocument document;
+        for (int index = 0; index < scanPages; ++index) {
+            const auto page = distinctPage(index);
+            if (!page || !document.insertPage(*page, index))
+                return;
+        }
+        QFile file(scan());
+        m_made = m_folder.isValid() && file.open(QIODevice::WriteOnly) && document.write(file);
+    }
+
+    [[nodiscard]] bool isMade() const { return m_made; }
+    [[nodiscard]] QString scan() const { return m_folder.filePath(QStringLiteral("scan.pdf")); }
+    [[nodiscard]] QString copy() const { return m_folder.filePath(QStringLiteral("copy.pdf")); }
+
+private:
+    /// The sample with one dot more, so that no two pages share their picture.
+    static std::optional<PdfPage> distinctPage(int index)
+    {
+        QImage picture = bench::samplePage();
+        picture.scanLine(40)[40 + 8 * index] = 0;
+        const auto image = jpegImage(picture, 0.85);
+        return image ? PageRaster::makePage(*image, QSizeF(595.2, 841.92), {}) : std::nullopt;
+    }
+
+    QTemporaryDir m_folder{QStringLiteral("velmor_bench-XXXXXX")};
+    bool m_made = false;
+};
+
+const ScanFolder &scanFolder()
+{
+    static const ScanFolder folder;
+    return folder;
+}
+
+bool copyScan()
+{
+    QFile source(scanFolder().scan());
+    QSaveFile target(scanFolder().copy());
+    if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly))
+        return false;
+    const QByteArray content = source.readAll();
+    return target.write(content) == content.size() && target.commit();
+}
+
+bool turnScan()
+{
+    const auto document = PdfDocument::open(QUrl::fromLocalFile(scanFolder().scan()));
+    for (int index = 0; document && index < scanPages; ++index) {
+        auto page = document->page(index);
+        if (!page)
+            return false;
+        page->setRotation(90);
+    }
+    QSaveFile target(scanFolder().copy());
+    return document && target.open(QIODevice::WriteOnly) && document->write(target) &&
+           target.commit();
+}
+
+/// Times `work`, which answers whether it could be done, on the scan made beforehand.
+void workOnScan(benchmark::State &state, bool (*work)())
+{
+    if (!scanFolder().isMade())
+        state.SkipWithError("the scan couldn't be made");
+    for (auto _ : state) {
+        if (!work())
+            state.SkipWithError("the scan couldn't be read or written");
+    }
+}
+
+/// Replaces a file as a whole with the scan's content, as every save does.
+void copyHundredPages(benchmark::State &state)
+{
+    workOnScan(state, copyScan);
+}
+
+/// Opens the scan, turns each page and replaces a file with the result.
+void rotateHundredPages(benchmark::State &state)
+{
+    workOnScan(state, turnScan);
+}
+
+/// At the size that the browser asks for: 440 pixels across, which is 622 down.
+void thumbnail(benchmark::State &state)
+{
+    for (auto _ : state) {
+        auto picture = PageRaster::render(bench::samplePdfPage(), PageRaster::MaxDim{622});
+        if (!picture)
+            state.SkipWithError("the thumbnail wasn't rendered");
+        benchmark::DoNotOptimize(picture);
+    }
+}
+
+void makePage(benchmark::State &state)
+{
+    const auto image = jpegImage(bench::samplePage(), 0.85);
+    if (!image) {
+        state.SkipWithError("jpegImage gave nothing");
+        return;
+    }
+    std::vector<OcrLine> lines;
+    for (int number = 0; number < 45; ++number)
+        lines.push_back({QStringLiteral("a line of about sixty letters as a page of a letter has"),
+                         QRectF(0.1, 0.02 * number + 0.05, 0.8, 0.015)});
+    for (auto _ : state) {
+        auto page = PageRaster::makePage(*image, QSizeF(595.2, 841.92), lines);
+        if (!page)
+            state.SkipWithError("makePage gave nothing");
+        benchmark::DoNotOptimize(page);
+    }
+}
+
+} // namespace
+
+BENCHMARK(makePage)->Unit(benchmark::kMillisecond);
+BENCHMARK(thumbnail)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(copyHundredPages)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(rotateHundredPages)->Unit(benchmark::kMillisecond)->UseRealTime();
