@@ -14,6 +14,31 @@ bool isQuarterTurn(int degrees)
     return degrees == 0 || degrees == 90 || degrees == 180 || degrees == 270;
 }
 
+// Found by the list templates below only when declared before them.
+QDataStream &operator<<(QDataStream &stream, const RecognizedWord &word);
+QDataStream &operator>>(QDataStream &stream, RecognizedWord &word);
+QDataStream &operator<<(QDataStream &stream, const RecognizedWords &words);
+QDataStream &operator>>(QDataStream &stream, RecognizedWords &words);
+
+template <typename List> void writeList(QDataStream &stream, const List &items)
+{
+    stream << static_cast<quint32>(items.size());
+    for (const auto &item : items)
+        stream << item;
+}
+
+/// Reads no further than the stream is sound. Qt's own reading of a list reserves room for as many
+/// items as the count claims.
+template <typename List> List readList(QDataStream &stream)
+{
+    quint32 count = 0;
+    stream >> count;
+    List items;
+    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i)
+        stream >> items.emplace_back();
+    return items;
+}
+
 QDataStream &operator<<(QDataStream &stream, const GreyPixels &pixels)
 {
     return stream << pixels.size << pixels.bytes;
@@ -73,12 +98,14 @@ QDataStream &operator>>(QDataStream &stream, FailureAnswer &)
 
 QDataStream &operator<<(QDataStream &stream, const LanguagesAnswer &answer)
 {
-    return stream << answer.languages;
+    writeList(stream, answer.languages);
+    return stream;
 }
 
 QDataStream &operator>>(QDataStream &stream, LanguagesAnswer &answer)
 {
-    return stream >> answer.languages;
+    answer.languages = readList<QStringList>(stream);
+    return stream;
 }
 
 QDataStream &operator<<(QDataStream &stream, const RecognizedWord &word)
@@ -95,28 +122,6 @@ QDataStream &operator>>(QDataStream &stream, RecognizedWord &word)
     return stream;
 }
 
-// Found by the list templates below only when declared before them.
-QDataStream &operator<<(QDataStream &stream, const RecognizedWords &words);
-QDataStream &operator>>(QDataStream &stream, RecognizedWords &words);
-
-template <typename Item> void writeList(QDataStream &stream, const std::vector<Item> &items)
-{
-    stream << static_cast<quint32>(items.size());
-    for (const Item &item : items)
-        stream << item;
-}
-
-/// Reads no further than the stream is sound: a count alone reserves nothing.
-template <typename Item> std::vector<Item> readList(QDataStream &stream)
-{
-    quint32 count = 0;
-    stream >> count;
-    std::vector<Item> items;
-    while (items.size() < count && stream.status() == QDataStream::Ok)
-        stream >> items.emplace_back();
-    return items;
-}
-
 QDataStream &operator<<(QDataStream &stream, const RecognizedWords &words)
 {
     writeList(stream, words);
@@ -125,7 +130,7 @@ QDataStream &operator<<(QDataStream &stream, const RecognizedWords &words)
 
 QDataStream &operator>>(QDataStream &stream, RecognizedWords &words)
 {
-    words = readList<RecognizedWord>(stream);
+    words = readList<RecognizedWords>(stream);
     if (words.empty())
         stream.setStatus(QDataStream::ReadCorruptData);
     return stream;
@@ -139,7 +144,7 @@ QDataStream &operator<<(QDataStream &stream, const TextAnswer &answer)
 
 QDataStream &operator>>(QDataStream &stream, TextAnswer &answer)
 {
-    answer.lines = readList<RecognizedWords>(stream);
+    answer.lines = readList<std::vector<RecognizedWords>>(stream);
     return stream;
 }
 
