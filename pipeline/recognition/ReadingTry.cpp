@@ -17,6 +17,9 @@ constexpr double sampleSide = 3.3;
 /// The layout's own measure above which a turn is believed.
 constexpr double sureTurn = 2;
 
+/// A sample that reads worse than this in every turn is none of text: it tells nothing.
+constexpr double leastSampleConfidence = 60;
+
 /// Scripts and turns are told apart at this resolution as well as at a higher one, and sooner.
 constexpr double orientationDpi = 200;
 
@@ -182,7 +185,7 @@ int ReadingTry::turnBySamples(const Sheet &sheet, const QString &language)
         if (bestConfidence >= goodConfidence)
             break;
     }
-    return best;
+    return bestConfidence < leastSampleConfidence ? 0 : best;
 }
 
 QString ReadingTry::bestBySample(const Sheet &sheet, const QStringList &languages)
