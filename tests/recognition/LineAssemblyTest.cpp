@@ -49,15 +49,15 @@ TEST(LineAssembly, LeavesOutWhatIsNoText)
         bool kept;
     };
     const Case cases[] = {
-        {"a clear line",           {word("receipt", 0)},                         true },
-        {"a faded line",           {word("receipt", 0, 100, 50)},                true },
-        {"a picture's edge",       {word("wrfve", 0, 100, 20)},                  false},
-        {"one clear character",    {word("7", 0, 20, 96)},                       true },
-        {"one doubtful character", {word("y", 0, 20, 60)},                       false},
+        {"a clear line",           {word("receipt", 0)},                                  true },
+        {"a faded line",           {word("receipt", 0, 100, 50)},                         true },
+        {"a picture's edge",       {word("wrfve", 0, 100, 20)},                           false},
+        {"one clear character",    {word("7", 0, 20, 96)},                                true },
+        {"one doubtful character", {word("y", 0, 20, 60)},                                false},
         {"doubtful signs",         {word("~=|a;", 0, 90, 60), word("b—;", 100, 100, 60)}, false},
-        {"a rule read as dashes",  {word("————", 0, 400, 95)},                   false},
-        {"a clear price",          {word("£46.00", 0, 100, 90)},                 true },
-        {"one bad word of many",   {word("Thank", 0), word("yqv", 110, 90, 10)}, true },
+        {"a rule read as dashes",  {word("————", 0, 400, 95)},                            false},
+        {"a clear price",          {word("£46.00", 0, 100, 90)},                          true },
+        {"one bad word of many",   {word("Thank", 0), word("yqv", 110, 90, 10)},          true },
     };
     for (const Case &c : cases)
         EXPECT_EQ(!textsOf(c.words).empty(), c.kept) << c.what;

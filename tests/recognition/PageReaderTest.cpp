@@ -1,5 +1,6 @@
 #include "pipeline/recognition/PageReader.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
@@ -72,7 +73,6 @@ TEST_F(PageReaders, ReadAPageAgainAsAWholeWhenAWorkerFails)
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.mode);
-        SetUp();
         QFile::remove(qEnvironmentVariable("FAKE_RECOGNIZER_MARK"));
         behave(c.mode);
         PageReader reader(setup(c.limit));
