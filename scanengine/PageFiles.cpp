@@ -9,7 +9,7 @@ namespace scanengine {
 namespace {
 
 /// Room for the page's number and the temporary name within the 255 bytes of a file name.
-constexpr qsizetype longestStemBytes = 200;
+constexpr qsizetype longestStemBytes = 190;
 
 QString shortened(QString stem)
 {

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImageWriter>
+#include <QRandomGenerator>
 
 #include <cerrno>
 #include <cstdio>
@@ -30,21 +31,28 @@ QString reasonOf(int error)
     return QString::fromLocal8Bit(std::strerror(error));
 }
 
-/// A file under a hidden name that is removed again unless it is renamed.
+/// A file under a hidden name of its own that is removed again unless it is renamed. Two engines
+/// may save pages of one name in one folder.
 class UnfinishedFile {
 public:
-    explicit UnfinishedFile(const QString &place)
-        : m_info(place),
-          m_file(m_info.dir().filePath(u'.' + m_info.fileName() + QStringLiteral(".part")))
+    explicit UnfinishedFile(const QString &place) : m_info(place)
     {
+        const QString number = QString::number(QRandomGenerator::system()->generate(), 16);
+        m_file.setFileName(m_info.dir().filePath(u'.' + m_info.fileName() + u'.' + number +
+                                                 QStringLiteral(".part")));
     }
-    ~UnfinishedFile() { m_file.remove(); }
+    ~UnfinishedFile()
+    {
+        if (m_isMade)
+            m_file.remove();
+    }
     UnfinishedFile(const UnfinishedFile &) = delete;
     UnfinishedFile &operator=(const UnfinishedFile &) = delete;
 
     std::optional<Fault> write(const QImage &image)
     {
-        if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        m_isMade = m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly);
+        if (!m_isMade)
             return notSaved(m_info.path(), m_file.errorString());
         QImageWriter writer(&m_file, "png");
         writer.setCompression(quickCompression);
@@ -63,6 +71,7 @@ public:
 private:
     QFileInfo m_info;
     QFile m_file;
+    bool m_isMade = false;
 };
 
 /// Renames a file unless `to` exists; 0 or the error number. Not every file system can rename on

@@ -10,8 +10,7 @@
 namespace scanengine {
 
 /// Writing PNG files that appear whole or not at all: each is written under a hidden name beside
-/// its place and renamed then. They are compressed for speed. Any thread, but one at a time for
-/// one place.
+/// its place and renamed then. They are compressed for speed. Any thread.
 
 /// Writes `image` to `path`, in place of whatever is there; the reason if that fails.
 [[nodiscard]] std::optional<Fault> replacePng(const QImage &image, const QString &path);

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace scanengine {
 namespace {
 
@@ -51,12 +53,25 @@ TEST_F(PageFilesTest, AnExistingFileIsNeverTouched)
     }
 }
 
+TEST_F(PageFilesTest, ScansOfOneNameAtOneTimeAllKeepTheirPages)
+{
+    const auto scan = [this] {
+        PageFiles pages(m_folder.filePath(QStringLiteral("a.pdf")));
+        for (int page = 0; page < 20; ++page)
+            EXPECT_FALSE(pages.save(m_page));
+    };
+    {
+        const std::jthread one(scan), other(scan);
+    }
+    EXPECT_EQ(names().size(), 40);
+}
+
 TEST_F(PageFilesTest, TheLongestNameOfAnOutputFileLeavesRoomForThePageNumber)
 {
     const QString stem = QString(122, QChar(u'ä')) + QStringLiteral("x");
     PageFiles pages(m_folder.filePath(stem + QStringLiteral(".pdf")));
     EXPECT_FALSE(pages.save(m_page));
-    EXPECT_EQ(names(), QStringList(QString(100, QChar(u'ä')) + QStringLiteral(" page 001.png")));
+    EXPECT_EQ(names(), QStringList(QString(95, QChar(u'ä')) + QStringLiteral(" page 001.png")));
 }
 
 TEST_F(PageFilesTest, AFolderThatIsGoneIsNamedInTheFault)
