@@ -57,7 +57,12 @@ public:
     }
 
     [[nodiscard]] bool wantsHelp() const { return m_parser.isSet(QStringLiteral("help")); }
-    [[nodiscard]] QString helpText() const { return m_parser.helpText(); }
+    /// With the command in the first line, which Qt would fill with the program's path.
+    [[nodiscard]] QString helpText() const
+    {
+        const QString text = m_parser.helpText();
+        return QStringLiteral("Usage: %1 [options]").arg(m_program) + text.mid(text.indexOf(u'\n'));
+    }
     [[nodiscard]] const std::optional<QString> &problem() const { return m_problem; }
 
     [[nodiscard]] std::optional<QString> text(const QString &name)
