@@ -21,6 +21,7 @@ namespace velmor {
 namespace {
 
 constexpr double wantedDpi = 300;
+constexpr double leastDpi = 72;
 constexpr double longSideOfA4 = 11.69; // inches
 /// Reducing by less only blurs.
 constexpr double slightReduction = 0.85;
@@ -64,14 +65,14 @@ Scaling scalingFor(const QImage &image)
 {
     const double claimed = std::max(image.dotsPerMeterX(), image.dotsPerMeterY()) * 0.0254;
     const int longSide = std::max(image.width(), image.height());
-    const bool plausible = claimed >= 72 && claimed <= 2400;
+    const bool plausible = claimed >= leastDpi && claimed <= 2400;
     double dpi = claimed;
     if (!plausible || (claimed < leastScannedDpi && longSide > leastScannedSide))
-        dpi = std::clamp(longSide / longSideOfA4, 72.0, 2400.0);
+        dpi = std::clamp(longSide / longSideOfA4, leastDpi, 2400.0);
     const double bounded = static_cast<double>(maxRecognizedSide) / longSide;
     const double wanted = wantedDpi / dpi < slightReduction ? wantedDpi / dpi : 1;
     const double factor = std::min(wanted, bounded);
-    return {factor, static_cast<int>(std::lround(dpi * factor))};
+    return {factor, static_cast<int>(std::lround(std::max(leastDpi, dpi * factor)))};
 }
 
 cv::Mat reduced(const cv::Mat &source, double factor)

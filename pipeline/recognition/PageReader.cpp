@@ -13,6 +13,10 @@ namespace {
 
 const QString english = QStringLiteral("eng");
 
+/// After a change of language, so many pages in a row show that it was the only one. Until then
+/// each page is sampled, which costs a tenth of reading it in a wrong language.
+constexpr int mixedDocument = 10;
+
 QString forUser(const char *sentence)
 {
     return QCoreApplication::translate("TextRecognition", sentence);
@@ -45,7 +49,7 @@ try {
     if (!reading)
         return {};
     if (reading->confidence >= goodConfidence)
-        m_provenLanguage = reading->language;
+        remember(reading->language);
     return assembleLines(reading->text, reading->page, reading->degrees);
 } catch (const std::exception &) { // want of memory: the page has no text
     return {};
@@ -92,8 +96,23 @@ std::optional<Reading> PageReader::readTwice(const PreparedPage &page)
     return std::nullopt;
 }
 
+void PageReader::remember(const QString &language)
+{
+    if (!m_provenLanguage.isEmpty() && language != m_provenLanguage)
+        m_pagesToSample = mixedDocument;
+    else if (m_pagesToSample > 0)
+        --m_pagesToSample;
+    m_provenLanguage = language;
+}
+
 ReadingTry::Hints PageReader::hints() const
 {
+    if (m_provenLanguage.isEmpty())
+        return {.installed = m_installed,
+                .usual = likelyLanguage(readingLanguages(m_installed)),
+                .proven = {}};
+    if (m_pagesToSample > 0)
+        return {.installed = m_installed, .usual = m_provenLanguage, .proven = {}};
     return {.installed = m_installed,
             .usual = likelyLanguage(readingLanguages(m_installed)),
             .proven = m_provenLanguage};

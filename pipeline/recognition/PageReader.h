@@ -38,6 +38,7 @@ private:
     std::optional<QString> lookForProblem();
     std::optional<Reading> readTwice(const PreparedPage &page);
     [[nodiscard]] ReadingTry::Hints hints() const;
+    void remember(const QString &language);
 
     const Setup m_setup;
     std::mutex m_mutex; ///< Guards all below.
@@ -46,6 +47,7 @@ private:
     std::optional<QString> m_problem;
     QStringList m_installed;  ///< Models; empty before the look for a problem.
     QString m_provenLanguage; ///< Empty before the first page that was read well.
+    int m_pagesToSample = 0;  ///< As the language changed lately.
 };
 
 } // namespace velmor

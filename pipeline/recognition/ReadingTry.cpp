@@ -98,13 +98,20 @@ Reading ReadingTry::readWell(const Sheet &upright)
 }
 
 /// The language of an upright page's sample, read in `language` at first; empty when the sample
-/// can't be read well.
+/// can't be read well. The workers share the sample, so that both have loaded the model after it.
 QString ReadingTry::languageOfSample(const Sheet &sheet, const QString &language)
 {
-    const auto sample = texts({textRequest(language, sampleOf(sheet.page))});
-    if (meanConfidence(sample[0]) < goodConfidence)
+    const PreparedPage sample = sampleOf(sheet.page);
+    const int width = sample.pixels.width();
+    const int upper = sample.pixels.height() / 2;
+    const int lower = sample.pixels.height() - upper;
+    auto read =
+        texts({textRequest(language, {sample.pixels.copy(0, 0, width, upper), sample.dpi}),
+               textRequest(language, {sample.pixels.copy(0, upper, width, lower), sample.dpi})});
+    const TextAnswer text = joined(std::move(read[0]), {}, std::move(read[1]), {0, upper});
+    if (meanConfidence(text) < goodConfidence)
         return {};
-    const auto guess = guessLanguage(wholeText(sample[0]), readingLanguages(m_hints.installed));
+    const auto guess = guessLanguage(wholeText(text), readingLanguages(m_hints.installed));
     return guess.value_or(language);
 }
 

@@ -1,6 +1,7 @@
 #include "pipeline/recognition/RuleRemoval.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace velmor {
 
@@ -28,28 +29,36 @@ public:
     {
     }
 
+    /// Looks at a few places only: any rule long enough runs through one of them.
     void eraseRow(int y)
     {
         const uchar *row = m_before.constScanLine(y);
-        int begin = -1;
-        int last = -1;
-        for (int x = 0; x < m_before.width(); ++x) {
-            if (row[x] >= darkBelow)
-                continue;
-            if (begin < 0 || x - last > m_gap + 1) {
-                erase(y, begin, last);
-                begin = x;
-            }
-            last = x;
+        const int step = std::max(1, m_shortest / 2);
+        for (int x = step; x < m_before.width(); x += step) {
+            const int end = endOfRun(row, x, 1);
+            erase(y, endOfRun(row, x, -1), end);
+            x = std::max(x, end);
         }
-        erase(y, begin, last);
     }
 
 private:
+    /// How far `row` runs dark from `x` in steps of `direction`, gaps bridged; `x` itself when it
+    /// doesn't.
+    [[nodiscard]] int endOfRun(const uchar *row, int x, int direction) const
+    {
+        int end = x;
+        for (int i = x; i >= 0 && i < m_before.width() && std::abs(i - end) <= m_gap + 1;
+             i += direction) {
+            if (row[i] < darkBelow)
+                end = i;
+        }
+        return end;
+    }
+
     /// What runs dark from `begin` to `last` in row `y`, if that is long enough.
     void erase(int y, int begin, int last)
     {
-        if (begin < 0 || last - begin + 1 < m_shortest)
+        if (last - begin + 1 < m_shortest)
             return;
         const uchar *above = m_before.constScanLine(std::max(0, y - m_reach));
         const uchar *below = m_before.constScanLine(std::min(m_before.height() - 1, y + m_reach));

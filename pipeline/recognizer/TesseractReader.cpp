@@ -69,10 +69,10 @@ TesseractReader::~TesseractReader() = default;
 
 QStringList TesseractReader::languages()
 {
-    // The list is that of the folder the library finds by itself, which it does only in Init();
-    // without a model for layout Init() fails, yet the folder is known.
+    // The library finds its folder only in Init(), which it does even for a model that doesn't
+    // exist; a real one would take its time to load.
     TessBaseAPI api;
-    (void)api.Init(nullptr, "osd", tesseract::OEM_TESSERACT_ONLY);
+    (void)api.Init(nullptr, "none", tesseract::OEM_LSTM_ONLY);
     std::vector<std::string> names;
     api.GetAvailableLanguagesAsVector(&names);
     QStringList languages;

@@ -47,6 +47,7 @@ TEST(PagePreparation, BringsImagesTo300DpiAtMost)
         {"screen's dpi, of a scan's size",  {1240, 1754}, 96,  {1240, 1754}, 150},
         {"little above 300 dpi stays",      {2700, 3800}, 325, {2700, 3800}, 325},
         {"small at screen's dpi",           {800, 1000},  96,  {800, 1000},  96 },
+        {"a strip longer than can be read", {400'000, 2}, 300, {32'000, 1},  72 },
         {"claims nonsense",                 {4676, 3024}, 1e5, {3507, 2268}, 300},
     };
     for (const Case &c : cases) {
