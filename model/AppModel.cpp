@@ -40,6 +40,7 @@ AppModel::AppModel(Delays delays, QObject *parent)
 
     selectPreset(m_selectedPreset);
     restoreFolderAccess();
+    loadPresets();
 }
 
 AppModel::~AppModel() = default;
@@ -52,6 +53,11 @@ void AppModel::setSettings(const ScanSettings &settings)
 void AppModel::setSelectedDeviceId(const std::optional<QString> &id)
 {
     assign(m_deviceId, id, &AppModel::selectedDeviceIdChanged);
+}
+
+void AppModel::setMagicPreset(const std::optional<MagicSettings> &levels)
+{
+    assign(m_magicPreset, levels, &AppModel::magicPresetChanged);
 }
 
 void AppModel::setShowAdvanced(bool show)

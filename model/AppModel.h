@@ -2,14 +2,18 @@
 
 #include "engine/ScanEngineClient.h"
 #include "model/Models.h"
+#include "model/ScanPreset.h"
 
 #include <QCoroTask>
+#include <QHash>
 #include <QImage>
 #include <QObject>
+#include <QSet>
 #include <QSettings>
 #include <QTimer>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
 namespace velmor {
@@ -88,6 +92,18 @@ public:
     void setShowScans(bool show);
     [[nodiscard]] bool showCalibration() const { return m_showCalibration; }
     void setShowCalibration(bool show);
+    /// The user's presets, in saved order.
+    [[nodiscard]] const QList<ScanPreset> &presets() const { return m_presets; }
+    /// The user preset in force, if there is one.
+    [[nodiscard]] const std::optional<ScanPreset> &activeCustomPreset() const
+    {
+        return m_activeCustomPreset;
+    }
+    /// The levels that were applied last in the editor; not part of any preset, and not stored.
+    [[nodiscard]] const std::optional<MagicSettings> &magicPreset() const { return m_magicPreset; }
+    void setMagicPreset(const std::optional<MagicSettings> &levels);
+    /// The scans whose last edit can be undone.
+    [[nodiscard]] const QSet<QUrl> &undoableFiles() const { return m_undoableFiles; }
     /// Whether a search for scanners is in progress.
     [[nodiscard]] bool searching() const { return m_searching; }
     /// The message on screen, if there is one.
@@ -128,8 +144,24 @@ public:
 
     // --- Tabs and messages -------------------------------------------------------------------
 
-    /// Selects a built-in tab and sets its defaults.
+    /// Whether a preset takes the output folder along.
+    enum class PresetFolder { leaveOut, include };
+
+    /// Selects a built-in tab and sets its defaults. No user preset is in force then.
     void selectPreset(DocumentType type);
+    /// Reads the stored presets; what can't be read changes nothing.
+    void loadPresets();
+    /// Stores the current settings under `name`, in place of a preset of that name, and puts the
+    /// new preset in force. Blanks around the name don't count; nothing happens if it is empty.
+    void saveCurrentAsPreset(const QString &name, PresetFolder folder = PresetFolder::leaveOut);
+    /// Deletes the presets of this name. If one was in force, the tab's defaults come back.
+    void deletePreset(const ScanPreset &preset);
+    /// Puts a preset in force, with its folder if that is still there.
+    void applyPreset(const ScanPreset &preset);
+    /// The settings that a tab, "Document", "Photo" or "Preset", would set.
+    [[nodiscard]] ScanSettings previewSettings(const QString &tab) const;
+    /// Whether the settings that a tab or preset decides have been changed by hand.
+    [[nodiscard]] bool isModifiedFromDefaults() const;
     /// Shows `message` for some seconds, in place of the one before.
     void flash(const QString &message);
 
@@ -141,6 +173,15 @@ public:
     void loadResults();
     /// Saves `document` at `url` over any file there: as a whole, or not at all. False on failure.
     [[nodiscard]] bool write(const PdfDocument &document, const QUrl &url);
+
+    // --- Undo --------------------------------------------------------------------------------
+
+    /// `write`, after a copy of the old file has been put aside for `undoEdit`. One copy a scan:
+    /// the former one goes, also when the write fails. Where no copy can be made, the scan is
+    /// written all the same and can't be undone.
+    [[nodiscard]] bool writeWithBackup(const PdfDocument &document, const QUrl &url);
+    /// Puts the copy back. False if there is none, or if it can't be put back; it is kept then.
+    [[nodiscard]] bool undoEdit(const QUrl &url);
 
 Q_SIGNALS:
     void settingsChanged();
@@ -160,6 +201,10 @@ Q_SIGNALS:
     void calibrationImageChanged();
     void calibrationSampleVersionChanged();
     void assemblyProgressChanged();
+    void presetsChanged();
+    void activeCustomPresetChanged();
+    void magicPresetChanged();
+    void undoableFilesChanged();
 
     /// A job is over, and its PDF is saved or given up. The state says so already.
     void scanEnded(const velmor::ScanOutcome &outcome);
@@ -194,6 +239,15 @@ private:
     // AppModelFolder.cpp
     void restoreFolderAccess();
     void ensureOutputFolder() const;
+    [[nodiscard]] QDateTime dateOf(const QUrl &url) const;
+    [[nodiscard]] bool replaceFile(const QUrl &url,
+                                   const std::function<bool(QIODevice &)> &writeContent);
+
+    // AppModelPresets.cpp
+    void storePresets(const QList<ScanPreset> &presets);
+
+    // AppModelUndo.cpp
+    void forgetBackup(const QUrl &url);
 
     template <typename Field, typename Value>
     void assign(Field &field, Value &&value, void (AppModel::*changed)())
@@ -219,6 +273,12 @@ private:
     std::optional<QString> m_toast;
     std::optional<int> m_successCount;
     std::optional<QString> m_lastError;
+    QList<ScanPreset> m_presets;
+    std::optional<ScanPreset> m_activeCustomPreset;
+    std::optional<MagicSettings> m_magicPreset;
+    QHash<QUrl, QString> m_undoBackups; ///< Path of the copy. Has the keys of `m_undoableFiles`.
+    QSet<QUrl> m_undoableFiles;
+    QHash<QUrl, QDateTime> m_rememberedDates; ///< Of scans whose files can't carry theirs.
     std::optional<QImage> m_sample;
     int m_sampleVersion = 0;
     std::optional<AssemblyProgress> m_progress;

@@ -1,4 +1,6 @@
 #include "model/AppModel.h"
+#include "model/FolderBookmark.h"
+#include "model/ScanDate.h"
 #include "pipeline/PdfDocument.h"
 
 #include <QDir>
@@ -11,16 +13,15 @@ namespace velmor {
 
 namespace {
 
-/// Where the chosen folder is remembered: the bytes of its path.
+/// Where the chosen folder's bookmark is kept.
 const QString bookmarkKey = QStringLiteral("outputFolderBookmark");
 
 } // namespace
 
 void AppModel::setOutputFolder(const QUrl &folder)
 {
-    const QFileInfo info(folder.toLocalFile());
-    if (info.isDir())
-        m_store.setValue(bookmarkKey, QFile::encodeName(info.absoluteFilePath()));
+    if (const std::optional<QByteArray> bookmark = folderBookmark(folder))
+        m_store.setValue(bookmarkKey, *bookmark);
     ScanSettings settings = m_settings;
     settings.outputFolder = folder;
     setSettings(settings);
@@ -30,11 +31,11 @@ void AppModel::setOutputFolder(const QUrl &folder)
 
 void AppModel::restoreFolderAccess()
 {
-    const QString path = QFile::decodeName(m_store.value(bookmarkKey).toByteArray());
-    if (path.isEmpty() || !QDir::isAbsolutePath(path) || !QFileInfo(path).isDir())
+    const auto folder = bookmarkedFolder(m_store.value(bookmarkKey).toByteArray());
+    if (!folder)
         return;
     ScanSettings settings = m_settings;
-    settings.outputFolder = QUrl::fromLocalFile(path);
+    settings.outputFolder = *folder;
     setSettings(settings);
 }
 
@@ -52,24 +53,44 @@ void AppModel::loadResults()
          folder.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
         if (entry.suffix().toLower() != u"pdf")
             continue;
-        const QDateTime made = entry.birthTime();
-        results.append({QUrl::fromLocalFile(entry.absoluteFilePath()),
-                        made.isValid() ? made : QDateTime::currentDateTime()});
+        const QUrl url = QUrl::fromLocalFile(entry.absoluteFilePath());
+        results.append({url, dateOf(url)});
     }
     std::ranges::stable_sort(results, std::ranges::greater(), &ScanResult::date);
     assign(m_results, results, &AppModel::resultsChanged);
 }
 
+QDateTime AppModel::dateOf(const QUrl &url) const
+{
+    const auto remembered = m_rememberedDates.constFind(url);
+    return remembered != m_rememberedDates.cend() ? *remembered
+                                                  : scanDate(QFileInfo(url.toLocalFile()));
+}
+
 bool AppModel::write(const PdfDocument &document, const QUrl &url)
 {
-    QSaveFile file(url.toLocalFile());
+    return replaceFile(url, [&document](QIODevice &file) { return document.write(file); });
+}
+
+bool AppModel::replaceFile(const QUrl &url, const std::function<bool(QIODevice &)> &writeContent)
+{
+    const QString path = url.toLocalFile();
+    const std::optional<QDateTime> date =
+        QFileInfo::exists(path) ? std::optional(dateOf(url)) : std::nullopt;
+    QSaveFile file(path);
     // The file keeps its old content until it is replaced by a whole new one. What is still in the
     // buffer is written before that, as a disk that fills up then would go unnoticed.
-    if (!file.open(QIODevice::WriteOnly) || !document.write(file) || !file.flush()) {
+    if (!file.open(QIODevice::WriteOnly) || !writeContent(file) || !file.flush()) {
         file.cancelWriting();
         return false;
     }
-    return file.commit();
+    const bool isDateKept = !date || keepScanDate(file.handle(), *date);
+    if (!file.commit())
+        return false;
+    // Where files can't carry their date, the scan keeps its place for as long as this runs.
+    if (!isDateKept)
+        m_rememberedDates.insert(url, *date);
+    return true;
 }
 
 } // namespace velmor

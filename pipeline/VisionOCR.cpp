@@ -107,6 +107,29 @@ std::optional<PdfPage> rebuiltPage(const PdfPage &page, double dpi,
     });
 }
 
+/// Nothing for a document that doesn't open or has no pages.
+std::optional<PdfDocument> openForRebuilding(const QUrl &location)
+{
+    std::optional<PdfDocument> document = PdfDocument::open(location);
+    return document && document->pageCount() > 0 ? std::move(document) : std::nullopt;
+}
+
+/// How all pages of a document are rebuilt.
+struct RebuildRules {
+    double dpi;
+    std::optional<MagicSettings> levels;
+    bool ocr;
+    std::optional<QUrl> rawOf; ///< The document whose raw pages serve; absent when none do.
+};
+
+/// A raw image shows the page as it was scanned, so it doesn't serve one that was turned since.
+std::optional<QUrl> rawPage(const RebuildRules &rules, const PdfPage &page, int index)
+{
+    if (!rules.rawOf || page.rotation() % 360 != 0)
+        return {};
+    return RawStore::pageURL(*rules.rawOf, index);
+}
+
 void report(const Progress &progress, int done, qsizetype total)
 {
     if (progress)
@@ -146,26 +169,61 @@ QCoro::Task<std::optional<PdfPage>> rebuildPage(PdfPage page, double dpi,
     co_return co_await work;
 }
 
+namespace {
+
+/// Rebuilds the pages in place, one after the other. False at the first that can't be. The document
+/// is the caller's and outlives the task.
+QCoro::Task<bool> rebuildAll(PdfDocument *document, RebuildRules rules, Progress progress)
+{
+    const int count = document->pageCount();
+    report(progress, 0, count);
+    for (int index = 0; index < count; ++index) {
+        const std::optional<PdfPage> old = document->page(index);
+        if (!old)
+            co_return false;
+        const std::optional<QUrl> raw = rawPage(rules, *old, index);
+        const std::optional<PdfPage> page =
+            co_await rebuildPage(*old, rules.dpi, rules.levels, rules.ocr, raw);
+        if (!page || !document->replacePage(index, *page))
+            co_return false;
+        report(progress, index + 1, count);
+    }
+    co_return true;
+}
+
+} // namespace
+
 QCoro::Task<bool> ocrDocument(QUrl location, double dpi,
                               std::function<bool(const PdfDocument &, const QUrl &)> write,
                               Progress progress)
 {
-    std::optional<PdfDocument> document = PdfDocument::open(location);
-    if (!document || document->pageCount() == 0)
+    std::optional<PdfDocument> document = openForRebuilding(location);
+    if (!document)
         co_return false;
-    report(progress, 0, document->pageCount());
-    for (int index = 0; index < document->pageCount(); ++index) {
-        const std::optional<PdfPage> old = document->page(index);
-        if (!old)
-            co_return false;
-        const std::optional<MagicSettings> noLevels;
-        const std::optional<QUrl> noRaw;
-        const std::optional<PdfPage> page = co_await rebuildPage(*old, dpi, noLevels, true, noRaw);
-        if (!page || !document->replacePage(index, *page))
-            co_return false;
-        report(progress, index + 1, document->pageCount());
+    const RebuildRules rules{.dpi = dpi, .levels = {}, .ocr = true, .rawOf = {}};
+    const bool rebuilt = co_await rebuildAll(&*document, rules, progress);
+    co_return rebuilt &&write(*document, location);
+}
+
+QCoro::Task<bool> applyMagic(MagicSettings settings, QList<QUrl> locations, double dpi, bool ocr,
+                             std::function<bool(const PdfDocument &, const QUrl &)> write,
+                             Progress progress)
+{
+    bool all = true;
+    for (const QUrl &location : locations) {
+        std::optional<PdfDocument> document = openForRebuilding(location);
+        if (!document) {
+            all = false;
+            continue;
+        }
+        const bool hasRawPages = RawStore::pageCount(location) == document->pageCount();
+        RebuildRules rules{.dpi = dpi, .levels = settings, .ocr = ocr, .rawOf = {}};
+        if (hasRawPages)
+            rules.rawOf = location;
+        const bool rebuilt = co_await rebuildAll(&*document, rules, progress);
+        all = rebuilt && write(*document, location) && all;
     }
-    co_return write(*document, location);
+    co_return all;
 }
 
 } // namespace velmor::VisionOCR

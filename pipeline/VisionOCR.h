@@ -53,4 +53,16 @@ using Progress = std::function<void(int done, int total)>;
 ocrDocument(QUrl location, double dpi, std::function<bool(const PdfDocument &, const QUrl &)> write,
             Progress progress = {});
 
+/// Applies `settings` to every page of each document, and hands each finished one to `write`, once,
+/// on the thread that the task was started on. True only if all of them were written; one that
+/// fails stays as it is, and the next is taken up.
+///
+/// Earlier levels don't add up: a page starts again from its raw image, if the document has a raw
+/// image for each of its pages and the page isn't turned; else from how it looks, drawn at `dpi`.
+/// Sizes, rebuilt text with `ocr`, and what else the document holds are as for `rebuildPage` and
+/// `ocrDocument`. `progress` counts the pages of each document anew.
+[[nodiscard]] QCoro::Task<bool>
+applyMagic(MagicSettings settings, QList<QUrl> locations, double dpi, bool ocr,
+           std::function<bool(const PdfDocument &, const QUrl &)> write, Progress progress = {});
+
 } // namespace velmor::VisionOCR
