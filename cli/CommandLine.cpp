@@ -228,14 +228,14 @@ Request parseCommandLine(const QStringList &arguments, const QString &version)
 {
     const QString command = arguments.value(1);
     const QStringList rest = arguments.mid(2);
+    if (command == u"-v" || arguments.contains(QLatin1String("--version")))
+        return PrintRequest{QStringLiteral("velmor %1\n").arg(version)};
     if (command == u"scan")
         return parseScan(rest);
     if (command == u"devices")
         return parseDevices(rest);
     if (command == u"-h" || command == u"--help" || command == u"help")
         return PrintRequest{overview};
-    if (command == u"-v" || command == u"--version")
-        return PrintRequest{QStringLiteral("velmor %1\n").arg(version)};
     if (command.isEmpty())
         return WrongUse{QStringLiteral("A command is missing: scan or devices.")};
     return WrongUse{QStringLiteral("There is no command %1.").arg(quoted(command))};

@@ -1,11 +1,6 @@
 #pragma once
 
-#include "cli/CommandLine.h"
-#include "cli/ExitCode.h"
-#include "model/AppModel.h"
-
-#include <QObject>
-#include <QTimer>
+#include "cli/DeviceSearch.h"
 
 namespace velmor {
 
@@ -26,11 +21,9 @@ Q_SIGNALS:
 
 private:
     void printDevices();
-    void fail(ExitCode code, const QString &message);
 
-    QTimer m_searchLimit;
     AppModel m_model;
-    bool m_isOver = false;
+    DeviceSearch m_search;
 };
 
 } // namespace velmor

@@ -11,7 +11,7 @@
 namespace velmor {
 
 ScanRun::ScanRun(ScanRequest request, QObject *parent)
-    : QObject(parent), m_request(std::move(request))
+    : QObject(parent), m_request(std::move(request)), m_search(m_model, m_request.searchLimit)
 {
     connect(&m_model, &AppModel::statusTextChanged, this, [this] {
         if (m_phase != Phase::over)
@@ -21,19 +21,13 @@ ScanRun::ScanRun(ScanRequest request, QObject *parent)
         if (const auto progress = m_model.assemblyProgress())
             m_display.showProgress(progress->done, progress->total);
     });
+    connect(&m_search, &DeviceSearch::found, this, &ScanRun::scanWhenFound);
+    connect(&m_search, &DeviceSearch::failed, this, &ScanRun::fail);
+    connect(&m_model, &AppModel::engineSpoke, this,
+            [this](const QString &text) { m_engineText = text; });
     connect(&m_model, &AppModel::isScanningChanged, this, &ScanRun::noteEndOfJob);
-    connect(&m_model, &AppModel::devicesChanged, this, &ScanRun::scanWhenFound,
-            Qt::QueuedConnection);
     connect(&m_model, &AppModel::scanEnded, this, &ScanRun::end);
     connect(&m_model, &AppModel::engineLost, this, &ScanRun::handleLostEngine);
-
-    m_searchLimit.setSingleShot(true);
-    m_searchLimit.setInterval(m_request.searchLimit.value);
-    connect(&m_searchLimit, &QTimer::timeout, this, [this] {
-        fail(ExitCode::engineFailed,
-             QStringLiteral("The scanner engine didn't answer within %1 seconds.")
-                 .arg(m_request.searchLimit.value.count()));
-    });
 }
 
 void ScanRun::start()
@@ -43,20 +37,23 @@ void ScanRun::start()
     if (m_request.deviceId)
         m_model.setSelectedDeviceId(m_request.deviceId);
     if (!canUseFolder()) {
-        fail(ExitCode::notSaved, QStringLiteral("Scans can't be saved in %1. Nothing was scanned.")
-                                     .arg(m_model.settings().outputFolder.toLocalFile()));
+        fail(ExitCode::notSaved,
+             QStringLiteral("Scans can't be saved in %1. Nothing was scanned.").arg(folderPath()));
         return;
     }
-    m_searchLimit.start();
-    m_model.startEngine();
+    m_search.start();
+}
+
+QString ScanRun::folderPath() const
+{
+    return m_model.settings().outputFolder.toLocalFile();
 }
 
 /// Better told before the paper moves than after.
 bool ScanRun::canUseFolder() const
 {
-    const QString path = m_model.settings().outputFolder.toLocalFile();
-    QDir().mkpath(path);
-    const QFileInfo folder(path);
+    QDir().mkpath(folderPath());
+    const QFileInfo folder(folderPath());
     return folder.isDir() && folder.isWritable();
 }
 
@@ -81,16 +78,9 @@ void ScanRun::interrupt()
 
 void ScanRun::scanWhenFound()
 {
-    if (m_phase != Phase::searching)
-        return;
-    m_searchLimit.stop();
-    const auto &devices = m_model.devices();
-    if (devices.isEmpty()) {
-        fail(ExitCode::noScanner, QStringLiteral("No scanner found"));
-        return;
-    }
-    const bool isKnown = std::ranges::any_of(
-        devices, [&](const auto &device) { return device.id == m_model.selectedDeviceId(); });
+    const bool isKnown = std::ranges::any_of(m_model.devices(), [this](const auto &device) {
+        return device.id == m_model.selectedDeviceId();
+    });
     if (!isKnown) {
         fail(ExitCode::noScanner, QStringLiteral("There is no scanner “%1”. See “velmor devices”.")
                                       .arg(m_model.selectedDeviceId().value_or(QString())));
@@ -106,22 +96,17 @@ void ScanRun::noteEndOfJob()
         return;
     m_phase = Phase::saving;
     // The engine's last word tells why the job ended early, if it did, and would pass unseen.
-    const QString &text = m_model.statusText();
-    const bool isRoutine = text == u"Scanning…" || text == u"Waiting for paper…" ||
-                           text.startsWith(QLatin1String("Captured page "));
-    if (!isRoutine)
-        m_display.printMessage(text);
+    if (m_model.statusText() == m_engineText)
+        m_display.printMessage(m_engineText);
 }
 
 void ScanRun::end(const ScanOutcome &outcome)
 {
+    if (m_phase == Phase::over)
+        return;
     switch (outcome.kind) {
     case ScanOutcome::Kind::saved:
-        m_display.closeLine();
-        if (!outcome.message.isEmpty())
-            m_display.printMessage(outcome.message);
-        finish(ExitCode::success);
-        printLine(QFile::encodeName(outcome.file.toLocalFile()));
+        endSaved(outcome);
         break;
     case ScanOutcome::Kind::nothingScanned:
         fail(ExitCode::nothingScanned, m_model.statusText());
@@ -138,21 +123,30 @@ void ScanRun::end(const ScanOutcome &outcome)
     }
 }
 
+void ScanRun::endSaved(const ScanOutcome &outcome)
+{
+    const QString path = outcome.file.toLocalFile();
+    // An engine may say that it made the file itself.
+    if (!QFileInfo(path).isFile()) {
+        fail(ExitCode::notSaved,
+             QStringLiteral("The scanner engine left no PDF. Pages it captured are in %1.")
+                 .arg(folderPath()));
+        return;
+    }
+    m_display.closeLine();
+    if (!outcome.message.isEmpty())
+        m_display.printMessage(outcome.message);
+    if (!printLine(QFile::encodeName(path)))
+        m_display.printMessage(QStringLiteral("The path couldn't be printed: %1").arg(path));
+    finish(ExitCode::success);
+}
+
 void ScanRun::handleLostEngine(const QString &reason)
 {
-    switch (m_phase) {
-    case Phase::searching:
-        fail(ExitCode::engineFailed, QStringLiteral("Engine: ") + reason);
-        break;
-    case Phase::scanning:
+    // While searching, the search tells; once all pages are here, the engine isn't needed.
+    if (m_phase == Phase::scanning)
         fail(ExitCode::engineFailed,
-             QStringLiteral("Engine: %1 Pages it captured are in %2.")
-                 .arg(reason, m_model.settings().outputFolder.toLocalFile()));
-        break;
-    case Phase::saving: // All pages are here, and the engine isn't needed any more.
-    case Phase::over:
-        break;
-    }
+             QStringLiteral("Engine: %1 Pages it captured are in %2.").arg(reason, folderPath()));
 }
 
 void ScanRun::fail(ExitCode code, const QString &message)
@@ -166,7 +160,7 @@ void ScanRun::fail(ExitCode code, const QString &message)
 void ScanRun::finish(ExitCode code)
 {
     m_phase = Phase::over;
-    m_searchLimit.stop();
+    m_search.giveUp();
     Q_EMIT finished(code);
 }
 

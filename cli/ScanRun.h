@@ -1,12 +1,7 @@
 #pragma once
 
-#include "cli/CommandLine.h"
-#include "cli/ExitCode.h"
+#include "cli/DeviceSearch.h"
 #include "cli/StatusDisplay.h"
-#include "model/AppModel.h"
-
-#include <QObject>
-#include <QTimer>
 
 namespace velmor {
 
@@ -32,19 +27,22 @@ Q_SIGNALS:
 private:
     enum class Phase { searching, scanning, saving, over };
 
+    [[nodiscard]] QString folderPath() const;
     [[nodiscard]] bool canUseFolder() const;
     void scanWhenFound();
     void noteEndOfJob();
     void fail(ExitCode code, const QString &message);
     void end(const ScanOutcome &outcome);
+    void endSaved(const ScanOutcome &outcome);
     void handleLostEngine(const QString &reason);
     void finish(ExitCode code);
 
     ScanRequest m_request;
     Phase m_phase = Phase::searching;
     StatusDisplay m_display;
-    QTimer m_searchLimit;
+    QString m_engineText; ///< The engine's latest word for the status line.
     AppModel m_model;
+    DeviceSearch m_search;
 };
 
 } // namespace velmor

@@ -3,7 +3,6 @@
 #include "cli/TerminalText.h"
 
 #include <cstdio>
-#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace velmor {
@@ -16,15 +15,6 @@ QByteArray bar(int done, int total)
 {
     const int filled = total > 0 ? barLength * done / total : 0;
     return '[' + QByteArray(filled, '#') + QByteArray(barLength - filled, '.') + ']';
-}
-
-/// `line` cut so that the terminal doesn't wrap it; never within a character.
-QByteArray fitted(const QByteArray &line)
-{
-    winsize size{};
-    if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0)
-        return line;
-    return QString::fromLocal8Bit(line).left(size.ws_col - 1).toLocal8Bit();
 }
 
 } // namespace
@@ -53,7 +43,8 @@ void StatusDisplay::showProgress(int done, int total)
 
 void StatusDisplay::printMessage(const QString &text)
 {
-    if (text == m_lastMessage)
+    const bool stands = text == m_lastMessage || (!m_isTerminal && terminalText(text) == m_last);
+    if (stands)
         return;
     m_lastMessage = text;
     clearLine();
@@ -77,8 +68,8 @@ void StatusDisplay::draw(const QByteArray &line)
         printErrorLine(line);
         return;
     }
-    // To the start of the line, and clear what stood there.
-    const QByteArray drawn = "\r\033[K" + fitted(line);
+    // From the start of the line, over what stood there, and cut off where the terminal ends.
+    const QByteArray drawn = "\r\033[K\033[?7l" + line + "\033[?7h";
     std::fwrite(drawn.constData(), 1, static_cast<size_t>(drawn.size()), stderr);
     std::fflush(stderr);
     m_isLineOpen = true;

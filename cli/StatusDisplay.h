@@ -18,7 +18,7 @@ public:
     void showStatus(const QString &text);
     /// `done` of `total` pages, beside the status.
     void showProgress(int done, int total);
-    /// A message that stays, on a line of its own. Not twice in a row the same.
+    /// A message that stays, on a line of its own, unless it stands there already.
     void printMessage(const QString &text);
     /// Lets the changing line stand as it is; what follows starts on a new one.
     void closeLine();

@@ -1,16 +1,31 @@
 #include "cli/TerminalText.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace velmor {
 
 namespace {
 
-void print(std::FILE *stream, const QByteArray &line)
+bool print(std::FILE *stream, const QByteArray &line)
 {
     const QByteArray whole = line + '\n';
-    std::fwrite(whole.constData(), 1, static_cast<size_t>(whole.size()), stream);
-    std::fflush(stream);
+    const auto size = static_cast<size_t>(whole.size());
+    return std::fwrite(whole.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+}
+
+bool turnsDirection(QChar character)
+{
+    const char16_t code = character.unicode();
+    return code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) ||
+           (code >= 0x2066 && code <= 0x2069);
+}
+
+bool isHarmful(QChar character)
+{
+    const QChar::Category category = character.category();
+    return category == QChar::Other_Control || category == QChar::Separator_Line ||
+           category == QChar::Separator_Paragraph || turnsDirection(character);
 }
 
 } // namespace
@@ -18,18 +33,13 @@ void print(std::FILE *stream, const QByteArray &line)
 QByteArray terminalText(const QString &text)
 {
     QString result = text;
-    for (QChar &character : result) {
-        const QChar::Category category = character.category();
-        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
-            category == QChar::Separator_Paragraph)
-            character = u' ';
-    }
+    std::ranges::replace_if(result, isHarmful, QChar(u' '));
     return result.toLocal8Bit();
 }
 
-void printLine(const QByteArray &line)
+bool printLine(const QByteArray &line)
 {
-    print(stdout, line);
+    return print(stdout, line);
 }
 
 void printErrorLine(const QByteArray &line)

@@ -52,7 +52,7 @@ void AppModel::setSettings(const ScanSettings &settings)
 
 void AppModel::setSelectedDeviceId(const std::optional<QString> &id)
 {
-    assign(m_deviceId, id, &AppModel::selectedDeviceIdChanged);
+    assign(m_selectedDeviceId, id, &AppModel::selectedDeviceIdChanged);
 }
 
 void AppModel::setMagicPreset(const std::optional<MagicSettings> &levels)
@@ -151,8 +151,10 @@ void AppModel::handle(const EngineEvent &event)
         setStatusText(QStringLiteral("Scanning…"));
         assign(m_lastError, std::nullopt, &AppModel::lastErrorChanged);
     } else if (word == u"status") {
-        if (event.message)
+        if (event.message) {
             setStatusText(*event.message);
+            Q_EMIT engineSpoke(*event.message);
+        }
     } else if (word == u"page") {
         setStatusText(QStringLiteral("Captured page %1…").arg(event.index.value_or(0)));
     } else if (word == u"done") {
@@ -171,7 +173,7 @@ void AppModel::handleDevices(const EngineEvent &event)
     assign(m_devices, event.devices.value_or(QList<EngineEvent::Device>()),
            &AppModel::devicesChanged);
     setSearching(false);
-    if (!m_deviceId && !m_devices.isEmpty())
+    if (!m_selectedDeviceId && !m_devices.isEmpty())
         setSelectedDeviceId(m_devices.first().id);
     if (m_devices.isEmpty())
         setStatusText(noScannerText);
@@ -180,12 +182,14 @@ void AppModel::handleDevices(const EngineEvent &event)
 void AppModel::handleDone(const EngineEvent &event)
 {
     const int pages = event.pages.value_or(0);
+    const bool endsJob = m_isScanning;
     setIsScanning(false);
     if (pages <= 0) {
         setStatusText(QStringLiteral("Nothing scanned"));
         flash(QStringLiteral("Nothing scanned"));
         loadResults();
-        Q_EMIT scanEnded({.kind = ScanOutcome::Kind::nothingScanned});
+        if (endsJob)
+            Q_EMIT scanEnded({.kind = ScanOutcome::Kind::nothingScanned});
         return;
     }
 
@@ -202,7 +206,7 @@ void AppModel::handleDone(const EngineEvent &event)
     const QUrl file = event.file ? QUrl::fromLocalFile(*event.file) : QUrl();
     if (m_settings.ocr && event.file && event.file->endsWith(QLatin1String(".pdf")))
         runVisionOcr(file, pages);
-    else
+    else if (endsJob)
         Q_EMIT scanEnded({.kind = ScanOutcome::Kind::saved, .file = file});
 }
 
@@ -211,8 +215,9 @@ void AppModel::handleSample()
     setIsScanning(false);
     setSearching(false);
     setStatusText(QStringLiteral("Calibration ready"));
-    assign(m_sample, std::nullopt, &AppModel::calibrationImageChanged);
-    assign(m_sampleVersion, m_sampleVersion + 1, &AppModel::calibrationSampleVersionChanged);
+    assign(m_calibrationImage, std::nullopt, &AppModel::calibrationImageChanged);
+    assign(m_calibrationSampleVersion, m_calibrationSampleVersion + 1,
+           &AppModel::calibrationSampleVersionChanged);
     setShowCalibration(true);
 }
 
@@ -221,11 +226,12 @@ void AppModel::handleAdjusted(const EngineEvent &event)
     if (!event.file)
         return;
     if (const std::optional<QImage> image = RawStore::image(QUrl::fromLocalFile(*event.file)))
-        assign(m_sample, image, &AppModel::calibrationImageChanged);
+        assign(m_calibrationImage, image, &AppModel::calibrationImageChanged);
 }
 
 void AppModel::handleError(const EngineEvent &event)
 {
+    const bool endsJob = m_isScanning;
     setIsScanning(false);
     QString text = event.message.value_or(QStringLiteral("Couldn't scan — try again"));
     if (text.contains(QLatin1String("Unknown command")))
@@ -233,7 +239,8 @@ void AppModel::handleError(const EngineEvent &event)
     setStatusText(text);
     assign(m_lastError, text, &AppModel::lastErrorChanged);
     flash(text);
-    Q_EMIT scanEnded({.kind = ScanOutcome::Kind::failed, .message = text});
+    if (endsJob)
+        Q_EMIT scanEnded({.kind = ScanOutcome::Kind::failed, .message = text});
 }
 
 void AppModel::flash(const QString &message)

@@ -3,6 +3,7 @@
 #include "engine/ScanEngineClient.h"
 #include "model/Models.h"
 #include "model/ScanPreset.h"
+#include "pipeline/VisionOCR.h"
 
 #include <QCoroTask>
 #include <QHash>
@@ -17,8 +18,6 @@
 #include <optional>
 
 namespace velmor {
-
-class PdfDocument;
 
 /// How far the making of a PDF has come.
 struct AssemblyProgress {
@@ -79,7 +78,10 @@ public:
     /// The scanners of the last search.
     [[nodiscard]] const QList<EngineEvent::Device> &devices() const { return m_devices; }
     /// The scanner to use; kept also while it isn't among `devices`.
-    [[nodiscard]] const std::optional<QString> &selectedDeviceId() const { return m_deviceId; }
+    [[nodiscard]] const std::optional<QString> &selectedDeviceId() const
+    {
+        return m_selectedDeviceId;
+    }
     void setSelectedDeviceId(const std::optional<QString> &id);
     /// Whether a job runs in the engine. Making the PDF comes after that.
     [[nodiscard]] bool isScanning() const { return m_isScanning; }
@@ -113,11 +115,17 @@ public:
     /// The last failure of the engine.
     [[nodiscard]] const std::optional<QString> &lastError() const { return m_lastError; }
     /// The preview of calibration; absent before the first.
-    [[nodiscard]] const std::optional<QImage> &calibrationImage() const { return m_sample; }
+    [[nodiscard]] const std::optional<QImage> &calibrationImage() const
+    {
+        return m_calibrationImage;
+    }
     /// Counts the calibration samples.
-    [[nodiscard]] int calibrationSampleVersion() const { return m_sampleVersion; }
+    [[nodiscard]] int calibrationSampleVersion() const { return m_calibrationSampleVersion; }
     /// The PDF in the making, of several the one that moved last; absent when there is none.
-    [[nodiscard]] std::optional<AssemblyProgress> assemblyProgress() const { return m_progress; }
+    [[nodiscard]] std::optional<AssemblyProgress> assemblyProgress() const
+    {
+        return m_assemblyProgress;
+    }
     /// Whether the engine was launched. Its death doesn't change that.
     [[nodiscard]] bool engineRunning() const { return m_engineRunning; }
 
@@ -206,7 +214,10 @@ Q_SIGNALS:
     void magicPresetChanged();
     void undoableFilesChanged();
 
-    /// A job is over, and its PDF is saved or given up. The state says so already.
+    /// The engine sent a text for the status line, which shows it already.
+    void engineSpoke(const QString &text);
+    /// A job is over, and its PDF is saved or given up. The state says so already. An engine that
+    /// fails or finishes without a job ends none.
     void scanEnded(const velmor::ScanOutcome &outcome);
     /// The engine couldn't be launched, or ended by itself, which no state tells.
     void engineLost(const QString &reason);
@@ -232,9 +243,9 @@ private:
     void giveUpScan(const QStringList &pageImages);
     void runVisionOcr(const QUrl &url, int pages);
     QCoro::Task<> recognizeSaved(QUrl url, int pages, double dpi);
-    void setAssemblyProgress(int done, int total);
+    [[nodiscard]] VisionOCR::Progress beginAssembly();
     void endAssembly();
-    [[nodiscard]] QString tellRecognitionProblem();
+    [[nodiscard]] QString told(const std::optional<QString> &recognitionProblem);
 
     // AppModelFolder.cpp
     void restoreFolderAccess();
@@ -262,7 +273,7 @@ private:
     ScanSettings m_settings;
     DocumentType m_selectedPreset = DocumentType::document;
     QList<EngineEvent::Device> m_devices;
-    std::optional<QString> m_deviceId;
+    std::optional<QString> m_selectedDeviceId;
     bool m_isScanning = false;
     QString m_statusText;
     QList<ScanResult> m_results;
@@ -279,9 +290,9 @@ private:
     QHash<QUrl, QString> m_undoBackups; ///< Path of the copy. Has the keys of `m_undoableFiles`.
     QSet<QUrl> m_undoableFiles;
     QHash<QUrl, QDateTime> m_rememberedDates; ///< Of scans whose files can't carry theirs.
-    std::optional<QImage> m_sample;
-    int m_sampleVersion = 0;
-    std::optional<AssemblyProgress> m_progress;
+    std::optional<QImage> m_calibrationImage;
+    int m_calibrationSampleVersion = 0;
+    std::optional<AssemblyProgress> m_assemblyProgress;
     int m_assemblies = 0; ///< How many are under way.
     bool m_toldRecognitionProblem = false;
     bool m_engineRunning = false;

@@ -3,9 +3,11 @@
 #include "pipeline/TextRecognition.h"
 #include "pipeline/VisionOCR.h"
 
+#include <QCoroFuture>
 #include <QDateTime>
 #include <QDir>
 #include <QPointer>
+#include <QtConcurrent>
 
 #include <algorithm>
 
@@ -18,6 +20,13 @@ namespace {
 bool namesPdf(const QString &path)
 {
     return QDir::isAbsolutePath(path) && path.endsWith(QLatin1String(".pdf"));
+}
+
+/// Why text can't be recognised at all, looked up in the background, if it is `wanted`.
+QFuture<std::optional<QString>> lookForProblem(bool wanted)
+{
+    return wanted ? QtConcurrent::run(recognitionProblem)
+                  : QtFuture::makeReadyFuture(std::optional<QString>());
 }
 
 } // namespace
@@ -63,11 +72,11 @@ QString AppModel::nextOutputPath() const
 
 EngineCommand AppModel::scanCommand() const
 {
-    const auto device =
-        std::ranges::find_if(m_devices, [&](const auto &entry) { return entry.id == m_deviceId; });
+    const auto device = std::ranges::find_if(
+        m_devices, [&](const auto &entry) { return entry.id == m_selectedDeviceId; });
     EngineCommand command{
         .cmd = QStringLiteral("scan"),
-        .deviceId = m_deviceId.value_or(m_devices.first().id),
+        .deviceId = m_selectedDeviceId.value_or(m_devices.first().id),
         .source = m_settings.source,
         .dpi = m_activeScanDpi,
         .colorMode = engineValue(m_settings.colorMode),
@@ -102,20 +111,18 @@ void AppModel::assembleScan(const QStringList &pageImages, const QString &file, 
 QCoro::Task<> AppModel::assemble(QStringList pageImages, QUrl url, int pages, double dpi, bool ocr)
 {
     const QPointer<AppModel> self(this);
-    ++m_assemblies;
     const std::function<bool(const PdfDocument &)> save = [self, url](const PdfDocument &document) {
         return self && namesPdf(url.toLocalFile()) && self->write(document, url);
     };
-    const VisionOCR::Progress progress = [self](int done, int total) {
-        if (self)
-            self->setAssemblyProgress(done, total);
-    };
+    const VisionOCR::Progress progress = beginAssembly();
+    QFuture<std::optional<QString>> problem = lookForProblem(ocr);
     const bool saved = co_await VisionOCR::assemblePdf(pageImages, dpi, ocr, save, progress);
+    const std::optional<QString> recognitionProblem = co_await problem;
     if (!self)
         co_return;
     endAssembly();
     if (saved)
-        finishScan(pageImages, url, pages, ocr ? tellRecognitionProblem() : QString());
+        finishScan(pageImages, url, pages, told(recognitionProblem));
     else
         giveUpScan(pageImages);
 }
@@ -148,48 +155,55 @@ void AppModel::runVisionOcr(const QUrl &url, int pages)
 QCoro::Task<> AppModel::recognizeSaved(QUrl url, int pages, double dpi)
 {
     const QPointer<AppModel> self(this);
-    ++m_assemblies;
     const std::function<bool(const PdfDocument &, const QUrl &)> save =
         [self](const PdfDocument &document, const QUrl &location) {
             return self && self->write(document, location);
         };
-    const VisionOCR::Progress progress = [self](int done, int total) {
-        if (self)
-            self->setAssemblyProgress(done, total);
-    };
-    const bool saved = co_await VisionOCR::ocrDocument(url, dpi, save, progress);
+    const VisionOCR::Progress progress = beginAssembly();
+    QFuture<std::optional<QString>> lookUp = lookForProblem(true);
+    const std::optional<QString> problem = co_await lookUp;
+    // Without recognition the pages would be drawn anew, and lose by it, for nothing.
+    bool recognized = false;
+    if (!problem)
+        recognized = co_await VisionOCR::ocrDocument(url, dpi, save, progress);
     if (!self)
         co_return;
     endAssembly();
     setStatusText(savedText(pages));
-    const QString message =
-        saved ? QString() : QStringLiteral("Text recognition failed — scan saved without it");
-    if (!saved)
-        flash(message);
+    const QString failure = QStringLiteral("Text recognition failed — scan saved without it");
+    if (!recognized)
+        flash(failure);
     loadResults();
-    Q_EMIT scanEnded({.kind = ScanOutcome::Kind::saved, .file = url, .message = message});
+    Q_EMIT scanEnded({.kind = ScanOutcome::Kind::saved,
+                      .file = url,
+                      .message = recognized ? QString() : problem.value_or(failure)});
 }
 
-void AppModel::setAssemblyProgress(int done, int total)
+/// Notes that one more PDF is in the making. The answer publishes its progress.
+VisionOCR::Progress AppModel::beginAssembly()
 {
-    assign(m_progress, AssemblyProgress{done, total}, &AppModel::assemblyProgressChanged);
+    ++m_assemblies;
+    return [self = QPointer<AppModel>(this)](int done, int total) {
+        if (self)
+            self->assign(self->m_assemblyProgress, AssemblyProgress{done, total},
+                         &AppModel::assemblyProgressChanged);
+    };
 }
 
 void AppModel::endAssembly()
 {
     if (--m_assemblies == 0)
-        assign(m_progress, std::nullopt, &AppModel::assemblyProgressChanged);
+        assign(m_assemblyProgress, std::nullopt, &AppModel::assemblyProgressChanged);
 }
 
-/// Recognition that can't work at all leaves PDFs without text; the user hears why, once.
-QString AppModel::tellRecognitionProblem()
+/// Shows why recognition can't work at all, if so, once. PDFs have no text then.
+QString AppModel::told(const std::optional<QString> &recognitionProblem)
 {
-    const std::optional<QString> problem = recognitionProblem();
-    if (!problem || m_toldRecognitionProblem)
+    if (!recognitionProblem || m_toldRecognitionProblem)
         return {};
     m_toldRecognitionProblem = true;
-    flash(*problem);
-    return *problem;
+    flash(*recognitionProblem);
+    return *recognitionProblem;
 }
 
 } // namespace velmor

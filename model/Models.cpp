@@ -5,6 +5,8 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <pwd.h>
+#include <unistd.h>
 
 namespace velmor {
 
@@ -75,6 +77,15 @@ const ColorModeRow &row(ColorMode mode)
 QString rawValue(DocumentType type)
 {
     return QString::fromUtf8(row(type).rawValue);
+}
+
+std::optional<DocumentType> documentTypeFromRawValue(const QString &word)
+{
+    for (const DocumentType type : allDocumentTypes) {
+        if (word == rawValue(type))
+            return type;
+    }
+    return std::nullopt;
 }
 
 QString title(DocumentType type)
@@ -149,6 +160,13 @@ std::optional<ScanQuality> scanQualityFromRawValue(int dpi)
 
 QUrl defaultOutputFolder()
 {
+    // Services may run without the variable, and Qt takes the root folder then.
+    if (qEnvironmentVariableIsEmpty("HOME")) {
+        const passwd *user = getpwuid(geteuid());
+        if (!user)
+            qFatal("There is no home folder to keep scans in. Set HOME.");
+        qputenv("HOME", user->pw_dir);
+    }
     const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (documents.isEmpty())
         qFatal("There is no documents folder to keep scans in. Set HOME.");

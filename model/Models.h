@@ -33,6 +33,8 @@ struct ScanSettings;
 
 /// The word that is stored, "document" or "photo".
 [[nodiscard]] QString rawValue(DocumentType type);
+/// The type of a stored word, or nothing.
+[[nodiscard]] std::optional<DocumentType> documentTypeFromRawValue(const QString &word);
 /// The label of the tab, and the first part of a scan's file name.
 [[nodiscard]] QString title(DocumentType type);
 /// The name of the symbol drawn for the type.
@@ -55,8 +57,7 @@ void applyDefaults(DocumentType type, ScanSettings &settings);
 /// The quality of exactly this resolution, or nothing.
 [[nodiscard]] std::optional<ScanQuality> scanQualityFromRawValue(int dpi);
 
-/// "Scans" in the user's documents folder. Ends the program when the desktop names no documents
-/// folder and there is no home folder to put one in.
+/// "Scans" in the user's documents folder. Ends the program for a user without a home folder.
 [[nodiscard]] QUrl defaultOutputFolder();
 
 /// The name of a file without its folder and its last extension.

@@ -11,11 +11,7 @@ namespace velmor {
 /// Builds the one page of a new document. QPDF's errors are the caller's to catch.
 class PdfPageBuilder {
 public:
-    PdfPageBuilder() : m_file(QPDF::create())
-    {
-        m_file->setSuppressWarnings(true);
-        m_file->emptyPDF();
-    }
+    PdfPageBuilder() : m_file(emptyFile()) {}
 
     PdfPage build(const EncodedImage &image, QSizeF size, const TextLayer &text)
     {

@@ -4,7 +4,9 @@
 #include <QPainter>
 #include <QPdfDocument>
 #include <QThreadPool>
-#include <QtConcurrent>
+
+#include <exception>
+#include <future>
 
 namespace velmor {
 
@@ -50,7 +52,17 @@ std::optional<QImage> draw(const QByteArray &pdf, QSize size)
 
 std::optional<QImage> renderFirstPage(const QByteArray &pdf, QSize size)
 {
-    return QtConcurrent::run(&rendererThread(), draw, pdf, size).result();
+    // Not a QFuture: whoever waits for one runs its task himself, if it hasn't begun.
+    std::promise<std::optional<QImage>> promise;
+    std::future<std::optional<QImage>> image = promise.get_future();
+    rendererThread().start([&] {
+        try {
+            promise.set_value(draw(pdf, size));
+        } catch (const std::exception &) { // want of memory
+            promise.set_value(std::nullopt);
+        }
+    });
+    return image.get();
 }
 
 } // namespace velmor

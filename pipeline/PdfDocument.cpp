@@ -14,6 +14,7 @@
 #include <qpdf/QPDFWriter.hh>
 #include <qpdf/QUtil.hh>
 
+#include <new>
 #include <stdexcept>
 
 namespace velmor {
@@ -65,18 +66,13 @@ std::shared_ptr<QPDF> newFile()
     return file;
 }
 
-std::shared_ptr<QPDF> emptyFile()
-{
-    std::shared_ptr<QPDF> file = newFile();
-    file->emptyPDF();
-    return file;
-}
-
 /// Writes all of `file` to `device`; false when either fails. Source data that can't be read is a
 /// mere warning to QPDF, but a lost page to us.
 bool writeTo(QPDF &file, QIODevice &device)
 {
     try {
+        // Damage that can be repaired is repaired, with a warning, when an object is read first.
+        static_cast<void>(file.getAllObjects());
         const size_t warnings = file.numWarnings();
         DevicePipeline pipeline(device);
         QPDFWriter writer(file);
@@ -132,7 +128,30 @@ QPDFObjectHandle objectFor(QPDF &file, const std::shared_ptr<QPDF> &owner,
     return owner.get() == &file ? copy : file.copyForeignObject(copy);
 }
 
+/// The content of a regular file; nothing if it can't be read or is larger than any scan. A pipe or
+/// a device would block or never end.
+std::optional<QByteArray> fileContent(const QString &path)
+{
+    constexpr qint64 largestFile = qint64{4} << 30;
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    try {
+        const QByteArray bytes = file.readAll();
+        return file.error() == QFileDevice::NoError ? std::optional(bytes) : std::nullopt;
+    } catch (const std::bad_alloc &) {
+        return std::nullopt;
+    }
+}
+
 } // namespace
+
+std::shared_ptr<QPDF> emptyFile()
+{
+    std::shared_ptr<QPDF> file = newFile();
+    file->emptyPDF();
+    return file;
+}
 
 PdfPage::PdfPage(std::shared_ptr<QPDF> file, const QPDFObjectHandle &object)
     : m_data(std::make_shared<Data>(Data{std::move(file), object}))
@@ -218,15 +237,8 @@ PdfDocument::PdfDocument(std::shared_ptr<QPDF> file) : m_file(std::move(file)) {
 
 std::optional<PdfDocument> PdfDocument::open(const QUrl &url)
 {
-    const QString path = url.toLocalFile();
-    QFile source(path);
-    // A pipe or a device would block or never end.
-    if (!QFileInfo(path).isFile() || !source.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = source.readAll();
-    if (source.error() != QFileDevice::NoError)
-        return std::nullopt;
-    auto document = fromBytes(bytes);
+    const std::optional<QByteArray> bytes = fileContent(url.toLocalFile());
+    auto document = bytes ? fromBytes(*bytes) : std::nullopt;
     if (document)
         document->m_url = url;
     return document;

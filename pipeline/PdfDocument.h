@@ -73,8 +73,8 @@ public:
     /// A document without pages.
     PdfDocument();
 
-    /// Opens a local file. Damage that can be repaired is repaired in memory; an encrypted file
-    /// opens when it asks for no password to read. Nothing otherwise.
+    /// Opens a local file of at most 4 GiB. Damage that can be repaired is repaired in memory; an
+    /// encrypted file opens when it asks for no password to read. Nothing otherwise.
     [[nodiscard]] static std::optional<PdfDocument> open(const QUrl &url);
 
     /// The same for a file's content; such a document has no `documentURL`.

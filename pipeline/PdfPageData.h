@@ -13,4 +13,8 @@ struct PdfPage::Data {
     QPDFObjectHandle object;    ///< An indirect page dictionary.
 };
 
+/// A new document without pages, which reports its warnings by their number alone. Throws only for
+/// want of memory.
+[[nodiscard]] std::shared_ptr<QPDF> emptyFile();
+
 } // namespace velmor

@@ -8,6 +8,7 @@
 #include <QImageReader>
 
 #include <algorithm>
+#include <mutex>
 
 namespace velmor::RawStore {
 
@@ -16,6 +17,16 @@ namespace {
 QDir sidecar(const QUrl &pdf)
 {
     return QDir(dir(pdf).toLocalFile());
+}
+
+/// Qt's own limit of 128 MB refuses A4 at 600 dpi in colour; ours is on pixels. The largest image
+/// it lets through takes 16 bits a channel, 2.4 GB. The limit is the process's, so set once.
+void raiseAllocationLimit()
+{
+    static std::once_flag raised;
+    std::call_once(raised, [] {
+        QImageReader::setAllocationLimit(static_cast<int>(maxPixels * 8 / (1 << 20)) + 1);
+    });
 }
 
 QString pageName(int page)
@@ -48,8 +59,8 @@ void remove(const QUrl &pdf)
 
 int pageCount(const QUrl &pdf)
 {
-    const QStringList names =
-        sidecar(pdf).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    const QStringList names = sidecar(pdf).entryList(QDir::AllEntries | QDir::Hidden |
+                                                     QDir::System | QDir::NoDotAndDotDot);
     return static_cast<int>(std::ranges::count_if(
         names, [](const QString &name) { return name.endsWith(QLatin1String(".png")); }));
 }
@@ -69,9 +80,7 @@ std::optional<QImage> image(const QUrl &location)
     if (!QFileInfo(path).isFile())
         return std::nullopt;
 
-    // Qt's own limit of 128 MB refuses A4 at 600 dpi in colour; ours is on pixels. The largest
-    // image it lets through takes 16 bits a channel, 2.4 GB.
-    QImageReader::setAllocationLimit(static_cast<int>(maxPixels * 8 / (1 << 20)) + 1);
+    raiseAllocationLimit();
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     const auto tooLarge = [](QSize size) {

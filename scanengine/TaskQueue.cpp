@@ -11,7 +11,7 @@ bool TaskQueue::add(Task task, Cancelling cancelling)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_entries.size() > longestQueue)
+        if (m_entries.size() >= longestQueue)
             return false;
         m_entries.push_back({std::move(task), cancelling, std::stop_source()});
     }

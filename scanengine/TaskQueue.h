@@ -22,7 +22,7 @@ public:
     /// Whether `cancel` reaches the task.
     enum class Cancelling { allowed, ignored };
 
-    /// The most tasks that may wait.
+    /// The most tasks that may be there, the running one included.
     static constexpr size_t longestQueue = 256;
 
     TaskQueue();
@@ -31,7 +31,7 @@ public:
     TaskQueue(const TaskQueue &) = delete;
     TaskQueue &operator=(const TaskQueue &) = delete;
 
-    /// False, and nothing is queued, when `longestQueue` tasks are waiting.
+    /// False, and nothing is queued, when `longestQueue` tasks are there.
     [[nodiscard]] bool add(Task task, Cancelling cancelling);
 
     /// Tells the running task and every waiting one to give up.

@@ -131,29 +131,34 @@ TEST_F(VelmorCommandTest, EachFailureHasItsCodeAndItsWords)
     } cases[] = {
         {"wrong use",
          "",                                                                                             {QStringLiteral("scan"), QStringLiteral("--quality"), QStringLiteral("1")},
-         2,                                                                                                                                                                                    "“1”"                },
-        {"no page",                 oneDevice + "scan: print {\"event\":\"done\"}\n",                    scan,                                                                              3, "Nothing scanned"    },
-        {"no scanner",              none,                                                                scan,                                                                              4, "No scanner found"   },
+         2,                                                                                                                                                                                    "“1”"                   },
+        {"no page",                 oneDevice + "scan: print {\"event\":\"done\"}\n",                    scan,                                                                              3, "Nothing scanned"       },
+        {"no scanner",              none,                                                                scan,                                                                              4, "No scanner found"      },
         {"another scanner",         oneDevice,
-         scan + QStringList({QStringLiteral("--device"), QStringLiteral("zz")}),                                                                                                            4, "“zz”"               },
-        {"engine is silent",        "",                                                                  scan,                                                                              5, "within 1 seconds"   },
-        {"engine exits",            "start: exit 0\n",                                                   scan,                                                                              5, "ended unexpectedly" },
-        {"engine exits in the job", oneDevice + "scan: crash\n",                                         scan,                                                                              5, "Pages it captured"  },
+         scan + QStringList({QStringLiteral("--device"), QStringLiteral("zz")}),                                                                                                            4, "“zz”"                  },
+        {"engine is silent",        "",                                                                  scan,                                                                              5, "gave no answer for 1 s"},
+        {"engine exits",            "start: exit 0\n",                                                   scan,                                                                              5, "ended unexpectedly"    },
+        {"engine exits in the job", oneDevice + "scan: crash\n",                                         scan,                                                                              5, "Pages it captured"     },
         {"engine's error",
          oneDevice + "scan: print {\"event\":\"error\",\"message\":\"Jam \\u001b[2J\"}\n",               scan,                                                                              5,
-         "Jam  [2J\n"                                                                                                                                                                                               },
+         "Jam  [2J\n"                                                                                                                                                                                                  },
         {"error to the search",     "listDevices: print {\"event\":\"error\",\"message\":\"No bus\"}\n",
-         scan,                                                                                                                                                                              5, "No bus"             },
+         scan,                                                                                                                                                                              5, "No bus"                },
         {"folder is a file",
          oneDevice,                                                                                      {QStringLiteral("scan"), QStringLiteral("--folder"), file},
-         6,                                                                                                                                                                                    "Nothing was scanned"},
+         6,                                                                                                                                                                                    "Nothing was scanned"   },
         {"folder below a file",
          oneDevice,                                                                                      {QStringLiteral("scan"), QStringLiteral("--folder"), file + QStringLiteral("/x")},
-         6,                                                                                                                                                                                    "Nothing was scanned"},
-        {"no device to list",       none,                                                                {QStringLiteral("devices")},                                                       4, "No scanner found"   },
+         6,                                                                                                                                                                                    "Nothing was scanned"   },
+        {"no file",
+         oneDevice + "scan: print {\"event\":\"done\",\"pages\":2,\"file\":\"/none/x.pdf\"}\n",
+         {QStringLiteral("scan"), QStringLiteral("--no-ocr"), QStringLiteral("--folder"),
+          scansPath()},
+         6,                                                                                                                                                                                    "left no PDF"           },
+        {"no device to list",       none,                                                                {QStringLiteral("devices")},                                                       4, "No scanner found"      },
         {"dead engine, no list",
          "start: crash\n",                                                                               {QStringLiteral("devices")},
-         5,                                                                                                                                                                                    "ended unexpectedly" },
+         5,                                                                                                                                                                                    "ended unexpectedly"    },
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
@@ -191,6 +196,17 @@ TEST_F(VelmorCommandTest, PagesOfAPdfThatCannotBeSavedAreNamed)
     EXPECT_EQ(exitCode(), 6);
     EXPECT_THAT(errors.toStdString(), HasSubstr(pages.first().toStdString()));
     EXPECT_TRUE(QFileInfo::exists(pages.first()));
+}
+
+TEST_F(VelmorCommandTest, WhatTheEngineSaysAfterItsPagesDoesNotStopTheSaving)
+{
+    for (const QByteArray late : {"scan: print {\"event\":\"error\",\"message\":\"Late\"}\n",
+                                  "scan: print {\"event\":\"done\"}\n", "scan: crash\n"}) {
+        SCOPED_TRACE(late.toStdString());
+        startScan("scan: " + doneWith(1) + late);
+        EXPECT_EQ(exitCode(), 0);
+        EXPECT_FALSE(output.isEmpty());
+    }
 }
 
 TEST_F(VelmorCommandTest, InterruptingSavesWhatWasCaptured)

@@ -202,6 +202,26 @@ TEST(PdfDocument, OpensWhatCanBeReadWithoutAPassword)
     EXPECT_TRUE(PdfDocument().documentURL().isEmpty());
 }
 
+TEST(PdfDocument, WhatWasRepairedCanBeSaved)
+{
+    const QByteArray sound = pdfWith("/MediaBox [0 0 9 9]", "");
+    const QByteArray damaged[] = {
+        QByteArray(sound).replace("/Length 12", "/Length 99"),
+        QByteArray(sound).replace("/Length 12", "/Length 12 /Length 12"),
+        QByteArray(sound).replace("/Count 1 ", "/Count 7 "),
+        QByteArray(sound).replace("endstream endobj", "endstream >> endobj"),
+    };
+    for (const QByteArray &file : damaged) {
+        SCOPED_TRACE(file.toStdString());
+        const auto document = PdfDocument::fromBytes(file);
+        ASSERT_TRUE(document);
+        const auto saved = document->bytes();
+        ASSERT_TRUE(saved);
+        EXPECT_TRUE(saved->contains("0 0 5 5 re f"));
+        EXPECT_EQ(PdfDocument::fromBytes(*saved)->pageCount(), 1);
+    }
+}
+
 TEST(PdfDocument, AFileThatChangesAfterOpeningChangesNothing)
 {
     QTemporaryDir folder;
