@@ -1,0 +1,94 @@
+#include "pipeline/PdfDocument.h"
+#include "tests/model/AppModelFixture.h"
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace velmor {
+namespace {
+
+using testing::UnorderedElementsAre;
+using AppModelFolderTest = AppModelFixture;
+
+TEST_F(AppModelFolderTest, AFullDiskLeavesTheFormerFileAndThePageImages)
+{
+    QImage image(900, 900, QImage::Format_Grayscale8);
+    image.fill(10);
+    PdfDocument document;
+    const QString old = folder.filePath(QStringLiteral("old.pdf"));
+    ASSERT_TRUE(model->write(document, QUrl::fromLocalFile(old)));
+    QFile file(old);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    for (int page = 0; page < 400; ++page)
+        ASSERT_TRUE(document.insertPage(
+            PdfDocument::fromBytes(
+                "%PDF-1.5\n1 0 obj <</Type /Catalog /Pages 2 0 R>> endobj\n2 0 obj <</Type /Pages "
+                "/Kids [3 0 R] /Count 1>> endobj\n3 0 obj <</Type /Page /Parent 2 0 R>> endobj\n"
+                "trailer <</Root 1 0 R>>\n")
+                ->page(0)
+                .value(),
+            page));
+
+    // A limit on the size of files acts like a disk that fills up in the middle of a write.
+    rlimit former{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
+    const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
+    for (const rlim_t room : {rlim_t(0), rlim_t(4096), rlim_t(20'000)}) {
+        const rlimit small{.rlim_cur = room, .rlim_max = former.rlim_max};
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+        const bool written = model->write(document, QUrl::fromLocalFile(old));
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &former), 0);
+        EXPECT_FALSE(written) << room;
+        file.seek(0);
+        QFile now(old);
+        ASSERT_TRUE(now.open(QIODevice::ReadOnly));
+        EXPECT_EQ(now.readAll(), before);
+        EXPECT_EQ(QDir(folder.path()).entryList({QStringLiteral("old.pdf*")}).size(), 1);
+    }
+    std::signal(SIGXFSZ, formerHandler);
+    EXPECT_TRUE(model->write(document, QUrl::fromLocalFile(old)));
+}
+
+TEST_F(AppModelFolderTest, OnlyVisiblePdfsAreListedNewestFirst)
+{
+    ASSERT_TRUE(QDir().mkpath(scansPath() + QStringLiteral("/folder.pdf")));
+    for (const char *name : {"b.pdf", "a.PDF", "c.pdf.txt", "d.png", ".hidden.pdf", "pdf"}) {
+        QFile file(scansPath() + u'/' + QString::fromUtf8(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    model->loadResults();
+    QStringList names;
+    for (const ScanResult &result : model->results())
+        names.append(result.url.fileName());
+    EXPECT_THAT(names, UnorderedElementsAre(QStringLiteral("b.pdf"), QStringLiteral("a.PDF"),
+                                            QStringLiteral("folder.pdf")));
+    EXPECT_TRUE(
+        std::ranges::is_sorted(model->results(), std::ranges::greater(), &ScanResult::date));
+
+    const ScanResult former = model->results().first();
+    model->loadResults();
+    EXPECT_NE(model->results().first(), former);
+
+    QDir(scansPath()).removeRecursively();
+    model->loadResults();
+    EXPECT_TRUE(model->results().isEmpty());
+    EXPECT_FALSE(model->toast());
+}
+
+TEST_F(AppModelFolderTest, TheChosenFolderComesBackUnlessItIsGone)
+{
+    const QUrl chosen = QUrl::fromLocalFile(folder.filePath(QStringLiteral("ü folder")));
+    ASSERT_TRUE(QDir().mkpath(chosen.toLocalFile()));
+    model->setOutputFolder(chosen);
+    EXPECT_EQ(AppModel().settings().outputFolder, chosen);
+    // One that can't be remembered leaves the memory of the former.
+    model->setOutputFolder(QUrl::fromLocalFile(folder.filePath(QStringLiteral("new"))));
+    EXPECT_TRUE(QFileInfo(folder.filePath(QStringLiteral("new"))).isDir());
+    EXPECT_EQ(AppModel().settings().outputFolder, chosen);
+    QDir(chosen.toLocalFile()).removeRecursively();
+    EXPECT_EQ(AppModel().settings().outputFolder, defaultOutputFolder());
+}
+
+} // namespace
+} // namespace velmor
