@@ -15,15 +15,13 @@ using namespace velmor;
 
 namespace {
 
-constexpr int scanPages = 100;
-
-/// A folder with a scan of a hundred pages, each with a JPEG of its own.
+/// A folder with a scan of so many pages, each with a JPEG of its own.
 class ScanFolder {
 public:
-    ScanFolder()
+    explicit ScanFolder(int pages)
     {
         PdfDocument document;
-        for (int index = 0; index < scanPages; ++index) {
+        for (int index = 0; index < pages; ++index) {
             const auto page = distinctPage(index);
             if (!page || !document.insertPage(*page, index))
                 return;
@@ -41,7 +39,7 @@ private:
     static std::optional<PdfPage> distinctPage(int index)
     {
         QImage picture = bench::samplePage();
-        picture.scanLine(40)[40 + 8 * index] = 0;
+        picture.scanLine(40 + 8 * (index / 200))[40 + 8 * (index % 200)] = 0;
         const auto image = jpegImage(picture, 0.85);
         return image ? PageRaster::makePage(*image, QSizeF(595.2, 841.92), {}) : std::nullopt;
     }
@@ -50,55 +48,51 @@ private:
     bool m_made = false;
 };
 
-const ScanFolder &scanFolder()
+bool copyScan(const ScanFolder &folder)
 {
-    static const ScanFolder folder;
-    return folder;
-}
-
-bool copyScan()
-{
-    QFile source(scanFolder().scan());
-    QSaveFile target(scanFolder().copy());
+    QFile source(folder.scan());
+    QSaveFile target(folder.copy());
     if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly))
         return false;
     const QByteArray content = source.readAll();
     return target.write(content) == content.size() && target.commit();
 }
 
-bool turnScan()
+bool turnScan(const ScanFolder &folder)
 {
-    const auto document = PdfDocument::open(QUrl::fromLocalFile(scanFolder().scan()));
-    for (int index = 0; document && index < scanPages; ++index) {
+    const auto document = PdfDocument::open(QUrl::fromLocalFile(folder.scan()));
+    for (int index = 0; document && index < document->pageCount(); ++index) {
         auto page = document->page(index);
         if (!page)
             return false;
         page->setRotation(90);
     }
-    QSaveFile target(scanFolder().copy());
+    QSaveFile target(folder.copy());
     return document && target.open(QIODevice::WriteOnly) && document->write(target) &&
            target.commit();
 }
 
-/// Times `work`, which answers whether it could be done, on the scan made beforehand.
-void workOnScan(benchmark::State &state, bool (*work)())
+/// Times `work`, which answers whether it could be done, on a scan of as many pages as the case
+/// says, made beforehand.
+void workOnScan(benchmark::State &state, bool (*work)(const ScanFolder &))
 {
-    if (!scanFolder().isMade())
+    const ScanFolder folder(static_cast<int>(state.range(0)));
+    if (!folder.isMade())
         state.SkipWithError("the scan couldn't be made");
     for (auto _ : state) {
-        if (!work())
+        if (!work(folder))
             state.SkipWithError("the scan couldn't be read or written");
     }
 }
 
 /// Replaces a file as a whole with the scan's content, as every save does.
-void copyHundredPages(benchmark::State &state)
+void copyPages(benchmark::State &state)
 {
     workOnScan(state, copyScan);
 }
 
 /// Opens the scan, turns each page and replaces a file with the result.
-void rotateHundredPages(benchmark::State &state)
+void rotatePages(benchmark::State &state)
 {
     workOnScan(state, turnScan);
 }
@@ -137,5 +131,5 @@ void makePage(benchmark::State &state)
 
 BENCHMARK(makePage)->Unit(benchmark::kMillisecond);
 BENCHMARK(thumbnail)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(copyHundredPages)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(rotateHundredPages)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(copyPages)->Arg(1)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(rotatePages)->Arg(1)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();

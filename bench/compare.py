@@ -149,6 +149,20 @@ class Bench:
                 Row("  the whole command, scanning included", "s", self.attempt(self.plain),
                     reference)]
 
+    def magic(self, recognition):
+        """Seconds for new levels, from the raw pages, on the scan that was made last."""
+        pdf = only_pdf(self.scratch / "scan--no-ocr")
+        command = [self.programs / "velmor", "magic", "--black", "0.1", "--white", "0.9",
+                   "--gamma", "1.2", recognition, pdf]
+        seconds = seconds_of(command, self.scan_environment(self.pages))
+        check_pages(pdf, len(self.images), PAGE_SIZE)
+        return seconds
+
+    def magic_rows(self):
+        plain, reference = self.best_of_pairs(lambda: self.magic("--no-ocr"), self.recoding)
+        return [Row("new levels for 10 pages, without text", "s", plain, reference),
+                Row("  with text", "s", self.attempt(self.magic, "--ocr"), reference)]
+
     def memory_row(self, recognition):
         beyond, size = self.attempt(self.long_job, recognition) or (None, None)
         return Row(f"{LONG_JOB} pages {recognition}, memory beyond the PDF's size", "MB",
@@ -165,14 +179,15 @@ class Bench:
                     times.get("copyPreview"), 8, ABSOLUTE),
                 Row("thumbnail of an A4 scan", "ms", times.get("thumbnail"),
                     times.get("copyA4"), 60, ABSOLUTE),
-                Row("100 pages turned, open to saved", "ms", times.get("rotateHundredPages"),
-                    times.get("copyHundredPages"), 1.5)], listing
+                *(Row(f"{pages} scan pages turned, open to saved", "ms",
+                      times.get(f"rotatePages/{pages}"), times.get(f"copyPages/{pages}"),
+                      1.5 if pages == 100 else None) for pages in (1, 100, 1000))], listing
 
 
 def case_times(report):
     """Milliseconds of each case by name; cases that reported an error are left out."""
     cases = json.loads(report.read_text(encoding="utf-8"))["benchmarks"]
-    return {case["name"].split("/")[0]: case["real_time"]
+    return {case["name"].removesuffix("/real_time"): case["real_time"]
             for case in cases if not case.get("error_occurred")}
 
 
@@ -193,7 +208,8 @@ def main():
     options = parser.parse_args()
 
     bench = Bench(options.programs, options.pages, options.scratch, options.runs)
-    rows = bench.recognition_rows() + bench.assembly_rows() + [bench.memory_row("--no-ocr")]
+    rows = bench.recognition_rows() + bench.assembly_rows() + bench.magic_rows()
+    rows.append(bench.memory_row("--no-ocr"))
     if options.full:
         rows.append(bench.memory_row("--ocr"))
     case_rows, listing = bench.case_rows()

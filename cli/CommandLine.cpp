@@ -2,6 +2,7 @@
 
 #include <QCommandLineParser>
 #include <QDir>
+#include <QFileInfo>
 
 namespace velmor {
 
@@ -12,7 +13,10 @@ const QString overview =
                    "Turns paper into searchable PDF files.\n\n"
                    "Commands:\n"
                    "  scan     Scan into a PDF and print its path.\n"
-                   "  devices  List the scanners: id, name and driver, separated by tabs.\n\n"
+                   "  devices  List the scanners: id, name and driver, separated by tabs.\n"
+                   "  presets  List the presets by name.\n"
+                   "  magic    Give saved scans other levels.\n"
+                   "  ocr      Make the text of saved PDFs searchable.\n\n"
                    "Options:\n"
                    "  -h, --help     Show this help, or that of a command.\n"
                    "  -v, --version  Show the version.\n\n"
@@ -42,6 +46,13 @@ public:
         m_program = QStringLiteral("velmor ") + command;
     }
 
+    /// Lets files follow the options.
+    void addFiles()
+    {
+        m_takesFiles = true;
+        m_parser.addPositionalArgument(QStringLiteral("FILE…"), QStringLiteral("PDF files."));
+    }
+
     void add(const QString &name, const QString &description, const QString &value = {})
     {
         m_parser.addOption({name, description, value});
@@ -51,9 +62,33 @@ public:
     {
         if (!m_parser.parse(QStringList(m_program) + arguments))
             fail(m_parser.errorText());
-        else if (!m_parser.positionalArguments().isEmpty())
+        else if (!m_takesFiles && !m_parser.positionalArguments().isEmpty())
             fail(QStringLiteral("Unexpected argument %1.")
                      .arg(quoted(m_parser.positionalArguments().first())));
+        else if (m_takesFiles && m_parser.positionalArguments().isEmpty())
+            fail(QStringLiteral("A file is missing."));
+    }
+
+    [[nodiscard]] QList<QUrl> files() const
+    {
+        QList<QUrl> files;
+        for (const QString &path : m_parser.positionalArguments())
+            files.append(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
+        return files;
+    }
+
+    /// A number within limits.
+    [[nodiscard]] std::optional<double> number(const QString &name, double least, double most)
+    {
+        const std::optional<QString> given = text(name);
+        if (!given)
+            return {};
+        bool valid = false;
+        const double value = given->toDouble(&valid);
+        if (!valid || !(value >= least && value <= most))
+            fail(QStringLiteral("--%1 takes a number from %2 to %3, not %4.")
+                     .arg(name, QString::number(least), QString::number(most), quoted(*given)));
+        return value;
     }
 
     [[nodiscard]] bool wantsHelp() const { return m_parser.isSet(QStringLiteral("help")); }
@@ -61,7 +96,9 @@ public:
     [[nodiscard]] QString helpText() const
     {
         const QString text = m_parser.helpText();
-        return QStringLiteral("Usage: %1 [options]").arg(m_program) + text.mid(text.indexOf(u'\n'));
+        const QString usage = m_takesFiles ? QStringLiteral("Usage: %1 [options] FILE…")
+                                           : QStringLiteral("Usage: %1 [options]");
+        return usage.arg(m_program) + text.mid(text.indexOf(u'\n'));
     }
     [[nodiscard]] const std::optional<QString> &problem() const { return m_problem; }
 
@@ -139,6 +176,7 @@ private:
 
     QCommandLineParser m_parser;
     QString m_program;
+    bool m_takesFiles = false;
     std::optional<QString> m_problem;
 };
 
@@ -150,6 +188,9 @@ void addScanOptions(OptionReader &options)
     options.add(QStringLiteral("tab"),
                 QStringLiteral("document or photo: the defaults for all else [document]."),
                 QStringLiteral("TAB"));
+    options.add(QStringLiteral("preset"),
+                QStringLiteral("One of your presets, on top of the tab; but see --batch."),
+                QStringLiteral("NAME"));
     options.add(QStringLiteral("quality"), QStringLiteral("150, 300 or 600 dots per inch [300]."),
                 QStringLiteral("DPI"));
     options.add(QStringLiteral("color"), QStringLiteral("auto, color, grayscale or bw."),
@@ -180,6 +221,7 @@ Request parseScan(const QStringList &arguments)
                       .oneOf(QStringLiteral("tab"), allDocumentTypes,
                              [](DocumentType type) { return rawValue(type); })
                       .value_or(request.tab);
+    request.preset = options.text(QStringLiteral("preset"));
     request.quality = options.oneOf(QStringLiteral("quality"), allScanQualities, [](auto quality) {
         return QString::number(rawValue(quality));
     });
@@ -211,6 +253,61 @@ Request parseDevices(const QStringList &arguments)
     return request;
 }
 
+Request parsePresets(const QStringList &arguments)
+{
+    OptionReader options(QStringLiteral("presets"), QStringLiteral("Lists the presets by name."));
+    options.parse(arguments);
+    if (options.wantsHelp())
+        return PrintRequest{options.helpText()};
+    if (options.problem())
+        return WrongUse{*options.problem()};
+    return PresetsRequest();
+}
+
+Request parseMagic(const QStringList &arguments)
+{
+    OptionReader options(
+        QStringLiteral("magic"),
+        QStringLiteral("Gives saved scans other levels, from their raw pages where "
+                       "there are such, and prints\nthe files that were changed."));
+    const QString black = QStringLiteral("black");
+    const QString white = QStringLiteral("white");
+    const QString gamma = QStringLiteral("gamma");
+    options.add(black, QStringLiteral("What becomes black, 0 to 1 [0]."), QStringLiteral("LEVEL"));
+    options.add(white, QStringLiteral("What becomes white, 0 to 1 [1]."), QStringLiteral("LEVEL"));
+    options.add(gamma, QStringLiteral("Exponent, 0.1 to 10; above 1 darkens [1]."),
+                QStringLiteral("NUMBER"));
+    options.add(QStringLiteral("ocr"), QStringLiteral("Make the text searchable [default]."));
+    options.add(QStringLiteral("no-ocr"), QStringLiteral("Leave the pages without text."));
+    options.addFiles();
+    options.parse(arguments);
+    if (options.wantsHelp())
+        return PrintRequest{options.helpText()};
+    MagicRequest request;
+    request.levels.black = options.number(black, 0, 1).value_or(request.levels.black);
+    request.levels.white = options.number(white, 0, 1).value_or(request.levels.white);
+    request.levels.gamma = options.number(gamma, 0.1, 10).value_or(request.levels.gamma);
+    request.ocr = options.flag(QStringLiteral("ocr")).value_or(request.ocr);
+    request.files = options.files();
+    if (options.problem())
+        return WrongUse{*options.problem()};
+    return request;
+}
+
+Request parseOcr(const QStringList &arguments)
+{
+    OptionReader options(QStringLiteral("ocr"),
+                         QStringLiteral("Makes the text of saved PDFs searchable, and prints the "
+                                        "files that were changed."));
+    options.addFiles();
+    options.parse(arguments);
+    if (options.wantsHelp())
+        return PrintRequest{options.helpText()};
+    if (options.problem())
+        return WrongUse{*options.problem()};
+    return OcrRequest{options.files()};
+}
+
 } // namespace
 
 ScanSettings ScanRequest::appliedTo(ScanSettings settings) const
@@ -234,10 +331,17 @@ Request parseCommandLine(const QStringList &arguments, const QString &version)
         return parseScan(rest);
     if (command == u"devices")
         return parseDevices(rest);
+    if (command == u"presets")
+        return parsePresets(rest);
+    if (command == u"magic")
+        return parseMagic(rest);
+    if (command == u"ocr")
+        return parseOcr(rest);
     if (command == u"-h" || command == u"--help" || command == u"help")
         return PrintRequest{overview};
     if (command.isEmpty())
-        return WrongUse{QStringLiteral("A command is missing: scan or devices.")};
+        return WrongUse{
+            QStringLiteral("A command is missing: scan, devices, presets, magic or ocr.")};
     return WrongUse{QStringLiteral("There is no command %1.").arg(quoted(command))};
 }
 

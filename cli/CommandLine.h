@@ -2,6 +2,7 @@
 
 #include "model/Models.h"
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
@@ -21,6 +22,7 @@ struct SearchLimit {
 /// "velmor scan". What is absent stays as the tab sets it.
 struct ScanRequest {
     DocumentType tab = DocumentType::document;
+    std::optional<QString> preset = {};
     std::optional<QUrl> folder = {}; ///< Absolute.
     std::optional<ScanQuality> quality = {};
     std::optional<ColorMode> colorMode = {};
@@ -39,6 +41,21 @@ struct DevicesRequest {
     SearchLimit searchLimit = {};
 };
 
+/// "velmor presets".
+struct PresetsRequest {};
+
+/// "velmor magic": new levels for saved scans.
+struct MagicRequest {
+    MagicSettings levels{0, 1, 1};
+    bool ocr = true;
+    QList<QUrl> files = {}; ///< Absolute; at least one.
+};
+
+/// "velmor ocr": a new text layer for saved scans.
+struct OcrRequest {
+    QList<QUrl> files = {}; ///< Absolute; at least one.
+};
+
 /// Something to print, and no more: help or the version.
 struct PrintRequest {
     QString text;
@@ -49,7 +66,8 @@ struct WrongUse {
     QString message;
 };
 
-using Request = std::variant<ScanRequest, DevicesRequest, PrintRequest, WrongUse>;
+using Request = std::variant<ScanRequest, DevicesRequest, PresetsRequest, MagicRequest, OcrRequest,
+                             PrintRequest, WrongUse>;
 
 /// The request of a command line, the program's name being its first argument.
 [[nodiscard]] Request parseCommandLine(const QStringList &arguments, const QString &version);

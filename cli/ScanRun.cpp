@@ -33,6 +33,11 @@ ScanRun::ScanRun(ScanRequest request, QObject *parent)
 void ScanRun::start()
 {
     m_model.selectPreset(m_request.tab);
+    if (m_request.preset && !applyPreset(*m_request.preset)) {
+        fail(ExitCode::wrongUse, QStringLiteral("There is no preset “%1”. See “velmor presets”.")
+                                     .arg(*m_request.preset));
+        return;
+    }
     m_model.setSettings(m_request.appliedTo(m_model.settings()));
     if (m_request.deviceId)
         m_model.setSelectedDeviceId(m_request.deviceId);
@@ -42,6 +47,17 @@ void ScanRun::start()
         return;
     }
     m_search.start();
+}
+
+/// False if there is none of this name.
+bool ScanRun::applyPreset(const QString &name)
+{
+    const QList<ScanPreset> presets = m_model.presets();
+    const auto preset = std::ranges::find(presets, name, &ScanPreset::name);
+    if (preset == presets.end())
+        return false;
+    m_model.applyPreset(*preset);
+    return true;
 }
 
 QString ScanRun::folderPath() const

@@ -27,6 +27,7 @@ Q_SIGNALS:
 private:
     enum class Phase { searching, scanning, saving, over };
 
+    [[nodiscard]] bool applyPreset(const QString &name);
     [[nodiscard]] QString folderPath() const;
     [[nodiscard]] bool canUseFolder() const;
     void scanWhenFound();

@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 #include "cli/DevicesRun.h"
 #include "cli/Interrupts.h"
+#include "cli/RebuildRun.h"
 #include "cli/ScanRun.h"
 #include "cli/TerminalText.h"
 
@@ -32,6 +33,26 @@ int carryOut(const ScanRequest &request)
 int carryOut(const DevicesRequest &request)
 {
     DevicesRun run(request);
+    return execute(run);
+}
+
+int carryOut(const PresetsRequest &)
+{
+    const AppModel model;
+    for (const ScanPreset &preset : model.presets())
+        printLine(terminalText(preset.name));
+    return static_cast<int>(ExitCode::success);
+}
+
+int carryOut(const MagicRequest &request)
+{
+    RebuildRun run(request);
+    return execute(run);
+}
+
+int carryOut(const OcrRequest &request)
+{
+    RebuildRun run(request);
     return execute(run);
 }
 

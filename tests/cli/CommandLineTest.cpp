@@ -66,7 +66,7 @@ TEST(CommandLine, WrongUseIsToldPrecisely)
     const struct {
         const char *arguments, *message;
     } cases[] = {
-        {"",                             "scan or devices"             },
+        {"",                             "scan, devices"               },
         {"fax",                          "“fax”"                       },
         {"scan --quality 200",           "150, 300, 600, not “200”"    },
         {"scan --color gray",            "auto, color, grayscale, bw"  },
@@ -77,6 +77,11 @@ TEST(CommandLine, WrongUseIsToldPrecisely)
         {"scan --preview",               "preview"                     },
         {"scan --ocr=yes",               "ocr"                         },
         {"scan --search-timeout 0",      "1 to 3600, not “0”"          },
+        {"magic",                        "A file is missing"           },
+        {"magic --black 1.5 a.pdf",      "0 to 1, not “1.5”"           },
+        {"magic --gamma nan a.pdf",      "0.1 to 10, not “nan”"        },
+        {"ocr --gamma 2 a.pdf",          "gamma"                       },
+        {"presets x",                    "“x”"                         },
         {"devices --search-timeout 1e3", "not “1e3”"                   },
         {"devices --device x",           "device"                      },
     };

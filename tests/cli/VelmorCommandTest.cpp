@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QImage>
 #include <QProcess>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
@@ -228,6 +229,62 @@ TEST_F(VelmorCommandTest, InterruptingTwiceEndsAtOnce)
     waitForError("Ending the scan");
     interrupt();
     EXPECT_EQ(exitCode(), 130);
+}
+
+TEST_F(VelmorCommandTest, PresetsAreListedAndApplied)
+{
+    ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("Velmor")));
+    QSettings store(folder.filePath(QStringLiteral("Velmor/Velmor.ini")), QSettings::IniFormat);
+    store.setValue(QStringLiteral("customPresets"),
+                   QByteArray(R"([{"id":"6F9619FF-8B86-D011-B42D-00CF4FC964FF","name":"Bills ü",)"
+                              R"("brightness":9,"contrast":0,"colorMode":"bw","quality":600,)"
+                              R"("batch":true}])"));
+    store.sync();
+    start({}, {QStringLiteral("presets")});
+    EXPECT_EQ(exitCode(), 0);
+    EXPECT_EQ(output, "Bills ü\n");
+
+    startScan("scan: print {\"event\":\"done\"}\n",
+              {QStringLiteral("--preset"), QStringLiteral("Bills ü"), QStringLiteral("--color"),
+               QStringLiteral("auto")});
+    EXPECT_EQ(exitCode(), 3);
+    const QJsonObject scan = engine->received().last();
+    EXPECT_EQ(scan[u"dpi"], 600);
+    EXPECT_EQ(scan[u"auto"][u"brightness"], 9);
+    EXPECT_EQ(scan[u"colorMode"], QStringLiteral("auto"));
+    EXPECT_EQ(scan[u"batchWaitForPaper"], false);
+
+    startScan({}, {QStringLiteral("--preset"), QStringLiteral("bills ü")});
+    EXPECT_EQ(exitCode(), 2);
+}
+
+TEST_F(VelmorCommandTest, LevelsGoToEachFileThatCanBeChanged)
+{
+    startScan("scan: " + doneWith(2));
+    ASSERT_EQ(exitCode(), 0);
+    const QString pdf = QFile::decodeName(output.trimmed());
+    const auto content = [&pdf] {
+        QFile file(pdf);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    const QByteArray before = content();
+    const QString none = folder.filePath(QStringLiteral("none.pdf"));
+    errors.clear();
+    start({}, {QStringLiteral("magic"), QStringLiteral("--no-ocr"), QStringLiteral("--black=0.2"),
+               none, pdf});
+    EXPECT_EQ(exitCode(), 6);
+    EXPECT_EQ(output, QFile::encodeName(pdf) + '\n');
+    EXPECT_NE(content(), before);
+    EXPECT_THAT(errors.toStdString(), AllOf(HasSubstr(none.toStdString()), HasSubstr("Page 2/2")));
+
+    // Without recognition a file would lose the text it has.
+    QProcessEnvironment environment = command.processEnvironment();
+    environment.insert(QStringLiteral("VELMOR_RECOGNIZER"), QStringLiteral("/none"));
+    command.setProcessEnvironment(environment);
+    const QByteArray kept = content();
+    start({}, {QStringLiteral("ocr"), pdf});
+    EXPECT_EQ(exitCode(), 6);
+    EXPECT_EQ(content(), kept);
 }
 
 TEST_F(VelmorCommandTest, DevicesAreListedOnePerLine)
