@@ -148,6 +148,26 @@ TEST(PagePreparation, TakesRulesOutAndLeavesLetters)
     EXPECT_LT(greyAt(*page, 301, 305), 60) << "leaders";
 }
 
+TEST(PagePreparation, SmoothsGrainWhereStrokesAreThickEnough)
+{
+    struct Case {
+        double dpi;
+        bool smooth;
+    };
+    for (const Case &c : {
+             Case{300, true },
+             Case{150, false}
+    }) {
+        QImage image = paper({400, 400}, Qt::white, c.dpi);
+        paint(image, {100, 200, 6, 60}, Qt::black); // a stroke, frayed by a pixel
+        paint(image, {106, 230, 1, 1}, Qt::black);
+        const auto page = preparePage(image);
+        ASSERT_TRUE(page);
+        EXPECT_LT(greyAt(*page, 103, 230), 20) << "the stroke stays";
+        EXPECT_EQ(greyAt(*page, 106, 230) > 100, c.smooth) << c.dpi;
+    }
+}
+
 TEST(PagePreparation, TakesTransparencyForPaper)
 {
     QImage image(200, 200, QImage::Format_ARGB32);
