@@ -91,7 +91,7 @@ Reading ReadingTry::readWell(const Sheet &upright)
     }
     const Choice choice = survey(upright, language.isEmpty() ? m_hints.usual : language);
     if (first && choice.degrees == 0 && choice.language == language)
-        return std::move(*first);
+        return inClearerLanguage(std::move(*first), upright);
     const Sheet sheet{turned(upright.page, choice.degrees), choice.degrees};
     Reading second = inClearerLanguage(readSheet(sheet, choice.language), sheet);
     return first ? better(std::move(*first), std::move(second)) : second;
