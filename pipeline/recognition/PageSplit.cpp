@@ -160,6 +160,18 @@ private:
         return {static_cast<int>(first - counts.begin()), static_cast<int>(counts.rend() - last)};
     }
 
+    /// How much of the rows `line` of `area` their words cover, with the spaces between words but
+    /// not with gaps as between the cells of a table.
+    [[nodiscard]] int covering(const QRect &area, const Span &line) const
+    {
+        const Span used = extent(area, line);
+        const QRect strip(area.left() + used.begin, line.begin, used.length(), line.length());
+        int covered = used.length();
+        for (const Span &gap : whiteColumns(strip))
+            covered -= gap.length();
+        return covered;
+    }
+
     /// Upright white strips from top to bottom of `area`, wide enough to part columns.
     [[nodiscard]] Spans whiteColumns(const QRect &area) const
     {
@@ -198,7 +210,7 @@ private:
             return false;
         double covered = 0;
         for (const Span &line : found)
-            covered += extent(column, line).length();
+            covered += covering(column, line);
         return covered >= runningText * used.length() * static_cast<double>(found.size());
     }
 

@@ -2,6 +2,7 @@
 
 #include "pipeline/recognition/LanguageGuess.h"
 #include "pipeline/recognition/LineAssembly.h"
+#include "pipeline/recognition/LineOrder.h"
 #include "pipeline/recognition/PageSplit.h"
 
 #include <algorithm>
@@ -232,6 +233,7 @@ Reading ReadingTry::readSheet(const Sheet &sheet, const QString &language)
         reading.text = texts({textRequest(language, page)})[0];
     }
     reading.confidence = meanConfidence(reading.text);
+    reading.text = inReadingOrder(reading.text, ink);
     return reading;
 }
 

@@ -110,6 +110,19 @@ TEST(TextBlocks, KeepTheRowsOfATableTogether)
         EXPECT_EQ(placeOf(blocks, 62, 62 + row * 24), placeOf(blocks, 502, 62 + row * 24)) << row;
 }
 
+TEST(TextBlocks, TakeNoTableWithSeveralFiguresARowForColumns)
+{
+    Page table;
+    for (int row = 0; row < 12; ++row) {
+        table.block(60, 60 + row * 24, 180 + row % 3 * 20, 8);
+        for (int left : {330, 420, 520})
+            table.block(left, 60 + row * 24, 24, 8);
+    }
+    const std::vector<QRect> blocks = textBlocks(table);
+    for (int row = 0; row < 12; ++row)
+        EXPECT_EQ(placeOf(blocks, 62, 62 + row * 24), placeOf(blocks, 522, 62 + row * 24)) << row;
+}
+
 TEST(PageSplit, SharesThePageFairlyAndInOrder)
 {
     struct Case {
