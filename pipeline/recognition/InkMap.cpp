@@ -22,8 +22,7 @@ int cellSum(const QImage &page, int x, int y)
     return sum;
 }
 
-/// Changes between paper and ink along the rows of `area`: many in text, few in pictures.
-int strokeEdges(const InkMap &ink, const QRect &area)
+int edgesIn(const InkMap &ink, const QRect &area)
 {
     int edges = 0;
     for (int y = area.top(); y <= area.bottom(); ++y) {
@@ -54,6 +53,11 @@ bool isBlank(const InkMap &ink)
     return std::ranges::count(ink.dark, 1) < 8;
 }
 
+int strokeEdges(const InkMap &ink)
+{
+    return edgesIn(ink, QRect(0, 0, ink.width, ink.height));
+}
+
 QRect busiestSquare(const InkMap &ink, double inches)
 {
     const int wanted = std::max(1, static_cast<int>(std::lround(inches * ink.dpi)));
@@ -64,7 +68,7 @@ QRect busiestSquare(const InkMap &ink, double inches)
     for (int y = 0; y + size.height() <= ink.height; y += step) {
         for (int x = 0; x + size.width() <= ink.width; x += step) {
             const QRect square(QPoint(x, y), size);
-            const int edges = strokeEdges(ink, square);
+            const int edges = edgesIn(ink, square);
             if (edges > bestEdges) {
                 best = square;
                 bestEdges = edges;

@@ -30,6 +30,9 @@ inline constexpr int inkCell = 4;
 /// True when there is next to nothing on the page.
 [[nodiscard]] bool isBlank(const InkMap &ink);
 
+/// Changes between paper and ink along the rows of the page: many in text, few in pictures.
+[[nodiscard]] int strokeEdges(const InkMap &ink);
+
 /// The square of at most `inches` a side, in pixels of the page, that seems to hold most text.
 [[nodiscard]] QRect busiestSquare(const InkMap &ink, double inches);
 

@@ -21,6 +21,9 @@ constexpr double sureTurn = 2;
 /// A sample that reads worse than this in every turn is none of text: it tells nothing.
 constexpr double leastSampleConfidence = 60;
 
+/// A page of which no words cover this share of the strokes is looked at again.
+constexpr double leastPassedOver = 0.1;
+
 /// Scripts and turns are told apart at this resolution as well as at a higher one, and sooner.
 constexpr double orientationDpi = 200;
 
@@ -57,6 +60,32 @@ TextAnswer joined(TextAnswer first, QPoint firstOrigin, TextAnswer second, QPoin
     move(second, secondOrigin);
     std::ranges::move(second.lines, std::back_inserter(first.lines));
     return first;
+}
+
+/// `page` with white where there are words.
+PreparedPage withoutWords(const PreparedPage &page, const TextAnswer &text)
+{
+    PreparedPage rest{page.pixels.copy(), page.dpi};
+    for (const RecognizedWords &words : text.lines) {
+        for (const RecognizedWord &word : words) {
+            const QRect around = word.box.adjusted(-inkCell, -inkCell, inkCell, inkCell);
+            const QRect box = around & rest.pixels.rect();
+            for (int y = box.top(); y <= box.bottom(); ++y)
+                std::fill_n(rest.pixels.scanLine(y) + box.left(), box.width(), uchar{255});
+        }
+    }
+    return rest;
+}
+
+bool overlaps(const RecognizedWords &line, const TextAnswer &text)
+{
+    const auto meets = [&](const RecognizedWord &word) {
+        return std::ranges::any_of(
+            line, [&](const RecognizedWord &other) { return word.box.intersects(other.box); });
+    };
+    return std::ranges::any_of(text.lines, [&](const RecognizedWords &words) {
+        return std::ranges::any_of(words, meets);
+    });
 }
 
 Reading better(Reading one, Reading other)
@@ -233,8 +262,24 @@ Reading ReadingTry::readSheet(const Sheet &sheet, const QString &language)
         reading.text = texts({textRequest(language, page)})[0];
     }
     reading.confidence = meanConfidence(reading.text);
+    if (reading.confidence >= goodConfidence)
+        addPassedOver(reading, page);
     reading.text = inReadingOrder(reading.text, ink);
     return reading;
+}
+
+/// The layout analysis sometimes passes over a part of a page, and finds it when shown that alone.
+void ReadingTry::addPassedOver(Reading &reading, const PreparedPage &page)
+{
+    const PreparedPage rest = withoutWords(page, reading.text);
+    const int all = strokeEdges(inkMap(page.pixels, page.dpi));
+    const int left = strokeEdges(inkMap(rest.pixels, rest.dpi));
+    if (left < leastPassedOver * all)
+        return;
+    TextAnswer found = texts({textRequest(reading.language, rest)})[0];
+    std::erase_if(found.lines,
+                  [&](const RecognizedWords &words) { return overlaps(words, reading.text); });
+    std::ranges::move(found.lines, std::back_inserter(reading.text.lines));
 }
 
 std::vector<TextAnswer> ReadingTry::texts(const std::vector<RecognizerRequest> &requests)

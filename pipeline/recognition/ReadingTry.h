@@ -59,6 +59,7 @@ private:
 
     Reading readWell(const Sheet &upright);
     Reading readSheet(const Sheet &sheet, const QString &language);
+    void addPassedOver(Reading &reading, const PreparedPage &page);
     Reading inClearerLanguage(Reading reading, const Sheet &sheet);
     QString languageOfSample(const Sheet &sheet, const QString &language);
     Choice survey(const Sheet &upright, const QString &language);

@@ -44,6 +44,27 @@ void misbehave(const std::string &mode)
         (void)send(STDIN_FILENO, "\xff\xff\xff\xff", 4, 0);
 }
 
+/// From the top of the first row with ink to the row before the next without.
+QRect firstLine(const GreyPixels &page)
+{
+    const auto hasInk = [&](int y) {
+        const qsizetype width = page.size.width();
+        return page.bytes.sliced(y * width, width).contains('\0');
+    };
+    int top = 0;
+    while (top < page.size.height() && !hasInk(top))
+        ++top;
+    int end = top;
+    while (end < page.size.height() && hasInk(end))
+        ++end;
+    return {0, top, page.size.width(), end - top};
+}
+
+RecognizerAnswer firstLineOf(const TextRequest &request)
+{
+    return TextAnswer{{{{QStringLiteral("line"), firstLine(request.page), 95}}}};
+}
+
 RecognizerAnswer answerTo(const TextRequest &request)
 {
     const QSize size = request.page.size;
@@ -80,7 +101,7 @@ int main()
         if (const auto *text = std::get_if<TextRequest>(&*request)) {
             if (!once || (!isSample(*text) && isFirst()))
                 misbehave(mode);
-            answer = answerTo(*text);
+            answer = mode == "reads-one-line" ? firstLineOf(*text) : answerTo(*text);
         }
         if (!FrameChannel::write(STDIN_FILENO, encode(answer), QDeadlineTimer::Forever))
             return EXIT_SUCCESS;

@@ -59,6 +59,17 @@ TEST_F(PageReaders, ShareAPageBetweenTwoWorkers)
     EXPECT_NEAR(lines[1].box.top(), 0.5, 0.1) << "then the lower, where it begins";
 }
 
+TEST_F(PageReaders, LookAgainAtWhatWasPassedOver)
+{
+    behave("reads-one-line"); // the first of each part it is shown
+    PageReader reader(setup());
+    const auto lines = reader.read(barPage());
+    ASSERT_THAT(lines, SizeIs(3));
+    EXPECT_NEAR(lines[0].box.top(), 1 - 232.0 / 3508, 0.002);
+    EXPECT_NEAR(lines[1].box.top(), 1 - 280.0 / 3508, 0.002) << "in its place";
+    EXPECT_NEAR(lines[2].box.top(), 0.5, 0.1);
+}
+
 TEST_F(PageReaders, ReadAPageAgainAsAWholeWhenAWorkerFails)
 {
     struct Case {
