@@ -88,7 +88,7 @@ std::optional<QString> PageReader::lookForProblem()
 
 std::optional<Reading> PageReader::readTwice(const PreparedPage &page)
 {
-    for (const auto sharing : {ReadingTry::Sharing::Halves, ReadingTry::Sharing::WholePage}) {
+    for (const auto sharing : {ReadingTry::Sharing::halves, ReadingTry::Sharing::wholePage}) {
         ReadingTry attempt(m_pool, hints(), sharing, QDeadlineTimer(m_setup.tryLimit));
         if (auto reading = attempt.read(page))
             return reading;

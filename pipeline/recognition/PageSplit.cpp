@@ -38,12 +38,12 @@ struct Span {
 };
 using Spans = std::vector<Span>;
 
-enum class Axis { Rows, Columns };
+enum class Axis { rows, columns };
 
 /// The ink of each row, or each column, of `area`.
 std::vector<int> profile(const InkMap &ink, const QRect &area, Axis axis)
 {
-    const bool rows = axis == Axis::Rows;
+    const bool rows = axis == Axis::rows;
     std::vector<int> counts(static_cast<size_t>(rows ? area.height() : area.width()));
     for (int y = area.top(); y <= area.bottom(); ++y) {
         for (int x = area.left(); x <= area.right(); ++x) {
@@ -102,7 +102,7 @@ public:
     {
         std::vector<QRect> bands;
         int top = area.top();
-        for (const Span &space : runs(profile(m_ink, area, Axis::Rows), area.top(), false)) {
+        for (const Span &space : runs(profile(m_ink, area, Axis::rows), area.top(), false)) {
             const bool inside = space.begin > area.top() && space.end <= area.bottom();
             if (!inside || space.length() < gap)
                 continue;
@@ -142,14 +142,14 @@ public:
 private:
     [[nodiscard]] Spans lines(const QRect &area) const
     {
-        return runs(profile(m_ink, area, Axis::Rows), area.top(), true);
+        return runs(profile(m_ink, area, Axis::rows), area.top(), true);
     }
 
     /// From the first to the last ink of the rows `line` of `area`.
     [[nodiscard]] Span extent(const QRect &area, const Span &line) const
     {
         const QRect strip(area.left(), line.begin, area.width(), line.length());
-        const std::vector<int> counts = profile(m_ink, strip, Axis::Columns);
+        const std::vector<int> counts = profile(m_ink, strip, Axis::columns);
         const auto isInk = [](int count) {
             return count > 0;
         };
@@ -175,7 +175,7 @@ private:
     /// Upright white strips from top to bottom of `area`, wide enough to part columns.
     [[nodiscard]] Spans whiteColumns(const QRect &area) const
     {
-        Spans white = runs(profile(m_ink, area, Axis::Columns), area.left(), false);
+        Spans white = runs(profile(m_ink, area, Axis::columns), area.left(), false);
         std::erase_if(white, [&](const Span &s) { return s.length() < cells(columnGap); });
         return white;
     }

@@ -251,7 +251,7 @@ Reading ReadingTry::readSheet(const Sheet &sheet, const QString &language)
     const PreparedPage &page = sheet.page;
     Reading reading{{}, page.pixels.size(), sheet.degrees, language, 0};
     const InkMap ink = inkMap(page.pixels, page.dpi);
-    const auto halves = m_sharing == Sharing::Halves ? splitPage(ink) : std::nullopt;
+    const auto halves = m_sharing == Sharing::halves ? splitPage(ink) : std::nullopt;
     if (halves) {
         const PagePart first = pagePart(page.pixels, ink, halves->first);
         const PagePart second = pagePart(page.pixels, ink, halves->second);

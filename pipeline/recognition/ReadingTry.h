@@ -32,7 +32,7 @@ inline constexpr double goodConfidence = 80;
 class ReadingTry {
 public:
     /// How the workers share the page.
-    enum class Sharing { Halves, WholePage };
+    enum class Sharing { halves, wholePage };
 
     /// What is known beforehand.
     struct Hints {
