@@ -179,7 +179,7 @@ class Bench:
                     times.get("copyPreview"), 8, ABSOLUTE),
                 Row("thumbnail of an A4 scan", "ms", times.get("thumbnail"),
                     times.get("copyA4"), 60, ABSOLUTE),
-                *(Row(f"{pages} scan pages turned, open to saved", "ms",
+                *(Row(f"pages turned, open to saved: {pages}", "ms",
                       times.get(f"rotatePages/{pages}"), times.get(f"copyPages/{pages}"),
                       1.5 if pages == 100 else None) for pages in (1, 100, 1000))], listing
 
