@@ -1,6 +1,7 @@
 #include "tests/Printers.h"
 #include "tests/Waiting.h"
 #include "tests/fakeengine/FakeEngine.h"
+#include "tests/pipeline/TestPages.h"
 
 #include <QDir>
 #include <QImage>
@@ -10,7 +11,6 @@
 #include <gmock/gmock.h>
 
 #include <csignal>
-#include <unistd.h>
 
 namespace velmor {
 namespace {
@@ -28,19 +28,24 @@ class VelmorCommandTest : public testing::Test {
 protected:
     VelmorCommandTest()
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), folder.path());
-        environment.insert(QStringLiteral("HOME"), folder.path());
+        command.setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+        setInEnvironment("XDG_CONFIG_HOME", folder.path());
+        setInEnvironment("HOME", folder.path());
+        command.setWorkingDirectory(folder.path());
+    }
+
+    void setInEnvironment(const char *name, const QString &value)
+    {
+        QProcessEnvironment environment = command.processEnvironment();
+        environment.insert(QString::fromUtf8(name), value);
         command.setProcessEnvironment(environment);
     }
 
     void start(const QByteArray &script, const QStringList &arguments)
     {
         engine.emplace(script);
-        QProcessEnvironment environment = command.processEnvironment();
         for (const char *name : {"VELMOR_ENGINE", "FAKEENGINE_SCRIPT", "FAKEENGINE_LOG"})
-            environment.insert(QString::fromUtf8(name), qEnvironmentVariable(name));
-        command.setProcessEnvironment(environment);
+            setInEnvironment(name, qEnvironmentVariable(name));
         command.start(QStringLiteral(VELMOR_PROGRAM), arguments);
         ASSERT_TRUE(command.waitForStarted());
     }
@@ -79,10 +84,8 @@ protected:
     {
         QByteArray files;
         for (int page = 1; page <= count; ++page) {
-            QImage image(300, 300, QImage::Format_Grayscale8);
-            image.fill(100);
             pages.append(folder.filePath(QStringLiteral("p%1.png").arg(page)));
-            EXPECT_TRUE(image.save(pages.last()));
+            EXPECT_TRUE(noise({300, 300}).save(pages.last()));
             files += (page > 1 ? ",\"" : "\"") + QFile::encodeName(pages.last()) + '"';
         }
         return "print {\"event\":\"done\",\"pages\":" + QByteArray::number(count) + ",\"files\":[" +
@@ -119,52 +122,38 @@ TEST_F(VelmorCommandTest, AScanPrintsThePathOfItsPdfAlone)
 TEST_F(VelmorCommandTest, EachFailureHasItsCodeAndItsWords)
 {
     const QString file = folder.filePath(QStringLiteral("file"));
-    ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    writeFile(file, {});
     const QByteArray none = "listDevices: print {\"event\":\"devices\"}\n";
-    const QStringList scan = {QStringLiteral("scan"), QStringLiteral("--folder"), scansPath(),
-                              QStringLiteral("--search-timeout"), QStringLiteral("1")};
     const struct {
         const char *what;
         QByteArray script;
-        QStringList arguments;
+        const char *arguments; ///< Separated by spaces.
         int code;
         const char *message;
     } cases[] = {
-        {"wrong use",
-         "",                                                                                             {QStringLiteral("scan"), QStringLiteral("--quality"), QStringLiteral("1")},
-         2,                                                                                                                                                                                    "“1”"                   },
-        {"no page",                 oneDevice + "scan: print {\"event\":\"done\"}\n",                    scan,                                                                              3, "Nothing scanned"       },
-        {"no scanner",              none,                                                                scan,                                                                              4, "No scanner found"      },
-        {"another scanner",         oneDevice,
-         scan + QStringList({QStringLiteral("--device"), QStringLiteral("zz")}),                                                                                                            4, "“zz”"                  },
-        {"engine is silent",        "",                                                                  scan,                                                                              5, "gave no answer for 1 s"},
-        {"engine exits",            "start: exit 0\n",                                                   scan,                                                                              5, "ended unexpectedly"    },
-        {"engine exits in the job", oneDevice + "scan: crash\n",                                         scan,                                                                              5, "Pages it captured"     },
+        {"wrong use",               "",                                                                  "scan --quality 1",                    2, "“1”"                   },
+        {"no page",                 oneDevice + "scan: print {\"event\":\"done\"}\n",                    "scan",                                3, "Nothing scanned"       },
+        {"no scanner",              none,                                                                "scan --search-timeout 1",             4, "No scanner found"      },
+        {"another scanner",         oneDevice,                                                           "scan --search-timeout 1 --device zz", 4, "“zz”"                  },
+        {"engine is silent",        "",                                                                  "scan --search-timeout 1",             5, "gave no answer for 1 s"},
+        {"engine exits",            "start: exit 0\n",                                                   "scan",                                5, "ended unexpectedly"    },
+        {"engine exits in the job", oneDevice + "scan: crash\n",                                         "scan",                                5, "Pages it captured"     },
         {"engine's error",
-         oneDevice + "scan: print {\"event\":\"error\",\"message\":\"Jam \\u001b[2J\"}\n",               scan,                                                                              5,
-         "Jam  [2J\n"                                                                                                                                                                                                  },
+         oneDevice + "scan: print {\"event\":\"error\",\"message\":\"Jam \\u001b[2J\"}\n",               "scan",
+         5,                                                                                                                                        "Jam  [2J\n"            },
         {"error to the search",     "listDevices: print {\"event\":\"error\",\"message\":\"No bus\"}\n",
-         scan,                                                                                                                                                                              5, "No bus"                },
-        {"folder is a file",
-         oneDevice,                                                                                      {QStringLiteral("scan"), QStringLiteral("--folder"), file},
-         6,                                                                                                                                                                                    "Nothing was scanned"   },
-        {"folder below a file",
-         oneDevice,                                                                                      {QStringLiteral("scan"), QStringLiteral("--folder"), file + QStringLiteral("/x")},
-         6,                                                                                                                                                                                    "Nothing was scanned"   },
+         "scan",                                                                                                                                5, "No bus"                },
+        {"folder is a file",        oneDevice,                                                           "scan --folder file",                  6, "Nothing was scanned"   },
+        {"folder below a file",     oneDevice,                                                           "scan --folder file/x",                6, "Nothing was scanned"   },
         {"no file",
          oneDevice + "scan: print {\"event\":\"done\",\"pages\":2,\"file\":\"/none/x.pdf\"}\n",
-         {QStringLiteral("scan"), QStringLiteral("--no-ocr"), QStringLiteral("--folder"),
-          scansPath()},
-         6,                                                                                                                                                                                    "left no PDF"           },
-        {"no device to list",       none,                                                                {QStringLiteral("devices")},                                                       4, "No scanner found"      },
-        {"dead engine, no list",
-         "start: crash\n",                                                                               {QStringLiteral("devices")},
-         5,                                                                                                                                                                                    "ended unexpectedly"    },
+         "scan --no-ocr",                                                                                                                       6, "left no PDF"           },
+        {"dead engine, no list",    "start: crash\n",                                                    "devices",                             5, "ended unexpectedly"    },
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
         errors.clear();
-        start(c.script, c.arguments);
+        start(c.script, QString::fromUtf8(c.arguments).split(u' '));
         EXPECT_EQ(exitCode(), c.code);
         EXPECT_THAT(errors.toStdString(), HasSubstr(c.message));
         EXPECT_TRUE(output.isEmpty()) << output.constData();
@@ -173,19 +162,15 @@ TEST_F(VelmorCommandTest, EachFailureHasItsCodeAndItsWords)
 
 TEST_F(VelmorCommandTest, AnEngineThatCannotBeLaunchedIsAFailure)
 {
-    QProcessEnvironment environment = command.processEnvironment();
     // A folder is no program, so the search goes on and ends without one or beside the command.
-    environment.insert(QStringLiteral("VELMOR_ENGINE"), folder.path());
+    setInEnvironment("VELMOR_ENGINE", folder.path());
     const QString program = folder.filePath(QStringLiteral("velmor"));
     ASSERT_TRUE(QFile::copy(QStringLiteral(VELMOR_PROGRAM), program));
-    command.setProcessEnvironment(environment);
     command.start(program, {QStringLiteral("devices")});
     EXPECT_EQ(exitCode(), 5);
     EXPECT_THAT(errors.toStdString(), HasSubstr("scanengine executable not found in bundle"));
 
-    QFile broken(folder.filePath(QStringLiteral("scanengine")));
-    ASSERT_TRUE(broken.open(QIODevice::WriteOnly) && broken.write("not a program") > 0);
-    broken.close();
+    writeFile(folder.filePath(QStringLiteral("scanengine")), "not a program");
     command.start(program, {QStringLiteral("devices")});
     EXPECT_EQ(exitCode(), 5);
 }
@@ -231,6 +216,13 @@ TEST_F(VelmorCommandTest, InterruptingTwiceEndsAtOnce)
     EXPECT_EQ(exitCode(), 130);
 }
 
+TEST_F(VelmorCommandTest, DevicesAreListedOnePerLine)
+{
+    start(oneDevice, {QStringLiteral("devices")});
+    EXPECT_EQ(exitCode(), 0);
+    EXPECT_EQ(output, "a b\tA  [31mscanner\tx\n");
+}
+
 TEST_F(VelmorCommandTest, PresetsAreListedAndApplied)
 {
     ASSERT_TRUE(QDir(folder.path()).mkpath(QStringLiteral("Velmor")));
@@ -263,44 +255,22 @@ TEST_F(VelmorCommandTest, LevelsGoToEachFileThatCanBeChanged)
     startScan("scan: " + doneWith(2));
     ASSERT_EQ(exitCode(), 0);
     const QString pdf = QFile::decodeName(output.trimmed());
-    const auto content = [&pdf] {
-        QFile file(pdf);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
-    const QByteArray before = content();
+    const QByteArray before = readFile(pdf);
     const QString none = folder.filePath(QStringLiteral("none.pdf"));
     errors.clear();
     start({}, {QStringLiteral("magic"), QStringLiteral("--no-ocr"), QStringLiteral("--black=0.2"),
                none, pdf});
     EXPECT_EQ(exitCode(), 6);
     EXPECT_EQ(output, QFile::encodeName(pdf) + '\n');
-    EXPECT_NE(content(), before);
+    EXPECT_NE(readFile(pdf), before);
     EXPECT_THAT(errors.toStdString(), AllOf(HasSubstr(none.toStdString()), HasSubstr("Page 2/2")));
 
     // Without recognition a file would lose the text it has.
-    QProcessEnvironment environment = command.processEnvironment();
-    environment.insert(QStringLiteral("VELMOR_RECOGNIZER"), QStringLiteral("/none"));
-    command.setProcessEnvironment(environment);
-    const QByteArray kept = content();
+    setInEnvironment("VELMOR_RECOGNIZER", QStringLiteral("/none"));
+    const QByteArray kept = readFile(pdf);
     start({}, {QStringLiteral("ocr"), pdf});
     EXPECT_EQ(exitCode(), 6);
-    EXPECT_EQ(content(), kept);
-}
-
-TEST_F(VelmorCommandTest, DevicesAreListedOnePerLine)
-{
-    start(oneDevice, {QStringLiteral("devices")});
-    EXPECT_EQ(exitCode(), 0);
-    EXPECT_EQ(output, "a b\tA  [31mscanner\tx\n");
-}
-
-TEST_F(VelmorCommandTest, FloodAndGarbageDoNotStopAScan)
-{
-    startScan("start: line 50000000\nstart: bytes ff00fe0a\nstart: print {\"event\":7}\n"
-              "scan: print not json\nscan: " +
-              doneWith(1));
-    EXPECT_EQ(exitCode(), 0) << errors.left(2000).constData();
-    EXPECT_EQ(scans().size(), 1);
+    EXPECT_EQ(readFile(pdf), kept);
 }
 
 } // namespace

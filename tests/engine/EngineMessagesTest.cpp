@@ -1,10 +1,9 @@
 #include "engine/EngineCommand.h"
 #include "engine/EngineEvent.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <limits>
 
@@ -14,22 +13,6 @@ namespace {
 QJsonObject json(const QByteArray &text)
 {
     return QJsonDocument::fromJson(text).object();
-}
-
-TEST(EngineCommand, UnsetFieldsAreLeftOut)
-{
-    EXPECT_EQ((EngineCommand{.cmd = QStringLiteral("cancel")}).encoded(), R"({"cmd":"cancel"})");
-}
-
-TEST(EngineCommand, NestedRecordsCarryTheirFixedKeysAlways)
-{
-    const EngineCommand command{.cmd = QStringLiteral("adjust"),
-                                .autoSettings = EngineCommand::Auto(),
-                                .output = EngineCommand::Output()};
-    EXPECT_EQ(json(command.encoded()), json(R"({"cmd":"adjust",
-        "auto":{"crop":false,"deskew":false,"cleanBackground":false,"blankRemoval":false,
-                "autoLevels":false,"ocr":false,"ocrLanguage":"","brightness":0,"contrast":0},
-        "output":{"path":"","format":""}})"));
 }
 
 TEST(EngineCommand, EveryFieldIsWrittenUnderItsKeyAndOnOneLine)
@@ -72,9 +55,6 @@ TEST(EngineCommand, EveryFieldIsWrittenUnderItsKeyAndOnOneLine)
 TEST(EngineCommand, AMeasureWithoutAJsonFormMakesNoMessage)
 {
     EngineCommand command{.cmd = QStringLiteral("scan"), .autoSettings = EngineCommand::Auto()};
-    command.autoSettings->cropFixedWidthMm = std::numeric_limits<double>::infinity();
-    EXPECT_EQ(command.encoded(), QByteArray());
-    command.autoSettings->cropFixedWidthMm = 1;
     command.autoSettings->cropFixedHeightMm = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(command.encoded(), QByteArray());
 }
@@ -122,41 +102,18 @@ TEST(EngineEvent, ALineWithAnyFaultIsLostAsAWhole)
 {
     const QByteArray lines[] = {
         "",
-        "   ",
-        "ready",
-        "null",
         "[]",
-        R"(["event"])",
-        R"("event")",
         R"({})",
-        R"({"Event":"x"})",
-        R"({"event":null})",
-        R"({"event":1})",
         R"({"event":"x")",
         R"({"event":"x"}{"event":"y"})",
-        R"({"event":"x",})",
         R"({"event":"x","version":2})",
-        R"({"event":"x","message":true})",
-        R"({"event":"x","index":"1"})",
         R"({"event":"x","pages":"2"})",
-        R"({"event":"x","pages":true})",
-        R"({"event":"x","pages":[2]})",
         R"({"event":"x","pages":3.5})",
         R"({"event":"x","pages":2147483648})",
-        R"({"event":"x","pages":-2147483649})",
         R"({"event":"x","pages":1e300})",
-        R"({"event":"x","pages":NaN})",
-        R"({"event":"x","file":["/a"]})",
-        R"({"event":"x","files":"/a"})",
         R"({"event":"x","files":["/a",1]})",
-        R"({"event":"x","files":["/a",null]})",
-        R"({"event":"x","devices":{}})",
-        R"({"event":"x","devices":["usb"]})",
-        R"({"event":"x","devices":[null]})",
         R"({"event":"x","devices":[{"id":"i","name":"n"}]})",
-        R"({"event":"x","devices":[{"id":"i","name":"n","driver":null}]})",
         R"({"event":"x","devices":[{"id":"i","name":"n","driver":"d"},{"id":1,"name":"n","driver":"d"}]})",
-        "{\"event\":\"\xff\"}",
         "{\"event\":\"x\",\"message\":\"\xc3\"}",
         "{\"event\":\"x\",\"unknown\":\"\xed\xa0\x80\"}",
         R"({"event":"x","deep":)" + QByteArray(1'000'000, '[') + QByteArray(1'000'000, ']') + "}",
@@ -167,42 +124,33 @@ TEST(EngineEvent, ALineWithAnyFaultIsLostAsAWhole)
 
 TEST(EngineEvent, AWholeNumberMayBeWrittenAsAFraction)
 {
-    struct Case {
-        const char *text;
-        int value;
-    };
-    const Case cases[] = {
+    const std::pair<const char *, int> cases[] = {
         {"3.0",         3              },
         {"3e0",         3              },
-        {"-0.0",        0              },
         {"2147483647",  2147483647     },
-        {"-2147483648", -2147483647 - 1},
+        {"-2147483648", -2147483647 - 1}
     };
-    for (const Case &c : cases) {
+    for (const auto &[text, value] : cases) {
         const auto event =
-            EngineEvent::decode(QByteArray(R"({"event":"page","index":)") + c.text + "}");
-        ASSERT_TRUE(event) << c.text;
-        EXPECT_EQ(event->index, c.value) << c.text;
+            EngineEvent::decode(QByteArray(R"({"event":"page","index":)") + text + "}");
+        ASSERT_TRUE(event) << text;
+        EXPECT_EQ(event->index, value);
     }
 }
 
 TEST(EngineEvent, AVeryLongMessageIsCut)
 {
     const auto messageOf = [](const QString &text) {
-        const QJsonObject object{
-            {QStringLiteral("event"),   QStringLiteral("error")},
-            {QStringLiteral("message"), text                   }
-        };
-        const auto event = EngineEvent::decode(QJsonDocument(object).toJson());
+        const auto event =
+            EngineEvent::decode("{\"event\":\"error\",\"message\":\"" + text.toUtf8() + "\"}");
         return event->message.value_or(QString());
     };
     const QString longest(maximumMessageLength, u'x');
     EXPECT_EQ(messageOf(longest), longest);
     EXPECT_EQ(messageOf(longest + u'x'), longest.chopped(1) + u'…');
-
     const QString paper = QStringLiteral("📄");
-    const QString cut = messageOf(paper.repeated(maximumMessageLength));
-    EXPECT_EQ(cut, paper.repeated(maximumMessageLength / 2 - 1) + u'…');
+    EXPECT_EQ(messageOf(paper.repeated(maximumMessageLength)),
+              paper.repeated(maximumMessageLength / 2 - 1) + u'…');
 }
 
 } // namespace

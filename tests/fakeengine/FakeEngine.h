@@ -14,20 +14,15 @@ namespace velmor {
 /// A script has a line for each thing to do: `trigger: action text`. The trigger is a command word,
 /// which the line answers, or "start". "scan#2" is the second scan only. Lines of one trigger are
 /// carried out from the top. A command without a line is swallowed. "quit" and the end of input
-/// end the engine. A line that begins with "#" is a remark. The actions:
+/// end the engine. The actions:
 ///
 ///   print TEXT      one line of output; $OUTPUT is the `output.path` of the last command that
 ///                   had one, $DIR the folder of that, $PID the engine's process number
-///   chunks A|B|C    one line of output, written in these pieces
-///   bytes HEX       these bytes, without a line feed
 ///   line N          a "status" event whose message is N bytes long
-///   copy A => B     copies the file A to the path B; $OUTPUT and $DIR as above
 ///   flood TEXT      this line of output without end, as fast as it goes
 ///   exit N, crash   ends at once, by itself or by a signal
 ///   ignore-term     from now on the termination request has no effect
-///   ignore-quit     from now on "quit" has no effect
 ///   read-nothing    never reads its input again
-///   close-input     closes its input; to live on after the script, follow it by read-nothing
 class FakeEngine {
 public:
     explicit FakeEngine(const QByteArray &script);

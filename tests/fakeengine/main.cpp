@@ -50,18 +50,13 @@ QList<Step> readScript(const QByteArray &path)
 {
     QList<Step> steps;
     for (const QByteArray &line : readWholeFile(path).split('\n')) {
-        if (line.trimmed().isEmpty() || line.startsWith('#'))
+        if (line.isEmpty())
             continue;
         const auto [trigger, rest] = halves(line, ":");
         const auto [action, text] = halves(rest, " ");
         steps.append({trigger, action, text});
     }
     return steps;
-}
-
-QByteArray inJson(QByteArray text)
-{
-    return text.replace('\\', "\\\\").replace('"', "\\\"");
 }
 
 class Engine {
@@ -87,7 +82,7 @@ private:
         }
         const QByteArray word = command[u"cmd"].toString().toUtf8();
         trigger(word);
-        if (word == "quit" && !m_ignoresQuit)
+        if (word == "quit")
             std::exit(0);
     }
 
@@ -104,15 +99,10 @@ private:
     {
         const QByteArray &action = step.action;
         if (action == "print")
-            writeOut(filledIn(step.text, inJson) + '\n');
-        else if (action == "chunks")
-            printChunks(step.text);
-        else if (action == "bytes")
-            writeOut(QByteArray::fromHex(step.text));
+            writeOut(filledIn(step.text) + '\n');
         else if (action == "line")
-            printLongLine(step.text.toLongLong());
-        else if (action == "copy")
-            copy(step.text);
+            writeOut(R"({"event":"status","message":")" + QByteArray(step.text.toLongLong(), 'x') +
+                     "\"}\n");
         else if (action == "flood")
             flood(step.text + '\n');
         else if (action == "exit")
@@ -121,43 +111,18 @@ private:
             std::raise(SIGKILL);
         else if (action == "ignore-term")
             std::signal(SIGTERM, SIG_IGN);
-        else if (action == "ignore-quit")
-            m_ignoresQuit = true;
         else if (action == "read-nothing")
-            readNothing();
-        else if (action == "close-input")
-            close(STDIN_FILENO);
+            for (;;)
+                pause();
         else
             fail(action);
     }
 
-    QByteArray filledIn(QByteArray text, QByteArray (*quoted)(QByteArray)) const
+    QByteArray filledIn(QByteArray text) const
     {
-        return text.replace("$OUTPUT", quoted(m_output))
-            .replace("$DIR", quoted(m_folder))
+        return text.replace("$OUTPUT", m_output)
+            .replace("$DIR", m_folder)
             .replace("$PID", QByteArray::number(getpid()));
-    }
-
-    void copy(const QByteArray &text) const
-    {
-        const auto [from, to] = halves(filledIn(text, [](QByteArray path) { return path; }), "=>");
-        QFile target(QFile::decodeName(to));
-        if (!target.open(QIODevice::WriteOnly) || target.write(readWholeFile(from)) < 0)
-            fail(text);
-    }
-
-    static void printChunks(const QByteArray &text)
-    {
-        for (const QByteArray &chunk : text.split('|')) {
-            writeOut(chunk);
-            usleep(20'000); // So that the reader is likely to see them apart.
-        }
-        writeOut("\n");
-    }
-
-    static void printLongLine(qsizetype bytes)
-    {
-        writeOut(R"({"event":"status","message":")" + QByteArray(bytes, 'x') + "\"}\n");
     }
 
     [[noreturn]] static void flood(const QByteArray &line)
@@ -167,15 +132,9 @@ private:
             writeOut(lines);
     }
 
-    [[noreturn]] static void readNothing()
-    {
-        while (true)
-            pause();
-    }
-
     [[noreturn]] static void fail(const QByteArray &what)
     {
-        writeOut(R"({"event":"error","message":"fakeengine cannot do: )" + inJson(what) + "\"}\n");
+        writeOut(R"({"event":"error","message":"fakeengine cannot do: )" + what + "\"}\n");
         std::exit(2);
     }
 
@@ -191,7 +150,6 @@ private:
     QHash<QByteArray, int> m_counts;
     QByteArray m_output;
     QByteArray m_folder;
-    bool m_ignoresQuit = false;
 };
 
 } // namespace

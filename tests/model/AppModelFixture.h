@@ -4,6 +4,7 @@
 #include "tests/Printers.h"
 #include "tests/Waiting.h"
 #include "tests/fakeengine/FakeEngine.h"
+#include "tests/pipeline/TestPages.h"
 
 #include <QDir>
 #include <QJsonArray>
@@ -69,6 +70,13 @@ protected:
         statusTexts.removeAll(QStringLiteral("Looking for scanners…"));
     }
 
+    /// What an engine says that leaves `count` pages; "scan: " or another trigger goes before it.
+    QByteArray doneWith(int count)
+    {
+        return "print {\"event\":\"done\",\"pages\":" + QByteArray::number(count) +
+               ",\"files\":" + pageFiles(count) + ",\"file\":\"$OUTPUT\"}\n";
+    }
+
     void waitForEnd()
     {
         ASSERT_TRUE(waitUntil([this] { return !outcomes.isEmpty(); }));
@@ -79,10 +87,8 @@ protected:
     {
         QJsonArray paths;
         for (int page = 1; page <= count; ++page) {
-            QImage image(300, 600, QImage::Format_Grayscale8);
-            image.fill(200);
             pages.append(folder.filePath(QStringLiteral("page %1.png").arg(page)));
-            EXPECT_TRUE(image.save(pages.last()));
+            EXPECT_TRUE(noise({300, 600}).save(pages.last()));
             paths.append(pages.last());
         }
         return QJsonDocument(paths).toJson(QJsonDocument::Compact);

@@ -1,5 +1,5 @@
-#include "pipeline/PdfDocument.h"
 #include "tests/model/AppModelFixture.h"
+#include "tests/pipeline/TestPages.h"
 
 #include <csignal>
 #include <sys/resource.h>
@@ -12,38 +12,23 @@ using AppModelFolderTest = AppModelFixture;
 
 TEST_F(AppModelFolderTest, AFullDiskLeavesTheFormerFileAndThePageImages)
 {
-    QImage image(900, 900, QImage::Format_Grayscale8);
-    image.fill(10);
-    PdfDocument document;
+    const PdfDocument document = documentOf(QList<int>(50, 100));
     const QString old = folder.filePath(QStringLiteral("old.pdf"));
-    ASSERT_TRUE(model->write(document, QUrl::fromLocalFile(old)));
-    QFile file(old);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray before = file.readAll();
-    for (int page = 0; page < 400; ++page)
-        ASSERT_TRUE(document.insertPage(
-            PdfDocument::fromBytes(
-                "%PDF-1.5\n1 0 obj <</Type /Catalog /Pages 2 0 R>> endobj\n2 0 obj <</Type /Pages "
-                "/Kids [3 0 R] /Count 1>> endobj\n3 0 obj <</Type /Page /Parent 2 0 R>> endobj\n"
-                "trailer <</Root 1 0 R>>\n")
-                ->page(0)
-                .value(),
-            page));
+    ASSERT_TRUE(model->write(documentOf({200}), QUrl::fromLocalFile(old)));
+    const QByteArray before = readFile(old);
+    const auto size = static_cast<rlim_t>(document.bytes()->size());
 
     // A limit on the size of files acts like a disk that fills up in the middle of a write.
     rlimit former{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
     const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
-    for (const rlim_t room : {rlim_t(0), rlim_t(4096), rlim_t(20'000)}) {
+    for (const rlim_t room : {rlim_t(0), size / 2, size - 1}) {
         const rlimit small{.rlim_cur = room, .rlim_max = former.rlim_max};
         ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
         const bool written = model->write(document, QUrl::fromLocalFile(old));
         ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &former), 0);
         EXPECT_FALSE(written) << room;
-        file.seek(0);
-        QFile now(old);
-        ASSERT_TRUE(now.open(QIODevice::ReadOnly));
-        EXPECT_EQ(now.readAll(), before);
+        EXPECT_EQ(readFile(old), before);
         EXPECT_EQ(QDir(folder.path()).entryList({QStringLiteral("old.pdf*")}).size(), 1);
     }
     std::signal(SIGXFSZ, formerHandler);
@@ -53,10 +38,8 @@ TEST_F(AppModelFolderTest, AFullDiskLeavesTheFormerFileAndThePageImages)
 TEST_F(AppModelFolderTest, OnlyVisiblePdfsAreListedNewestFirst)
 {
     ASSERT_TRUE(QDir().mkpath(scansPath() + QStringLiteral("/folder.pdf")));
-    for (const char *name : {"b.pdf", "a.PDF", "c.pdf.txt", "d.png", ".hidden.pdf", "pdf"}) {
-        QFile file(scansPath() + u'/' + QString::fromUtf8(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
+    for (const char *name : {"b.pdf", "a.PDF", "c.pdf.txt", ".hidden.pdf", "pdf"})
+        writeFile(scansPath() + u'/' + QString::fromUtf8(name), {});
     model->loadResults();
     QStringList names;
     for (const ScanResult &result : model->results())

@@ -7,7 +7,6 @@
 
 #include <csignal>
 #include <random>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace velmor {
@@ -61,12 +60,6 @@ TEST_F(AppModelUndoTest, TheLastEditOfEachScanIsUndoneOnce)
     EXPECT_TRUE(model->undoableFiles().isEmpty());
 }
 
-TEST_F(AppModelUndoTest, AFileThatIsMadeHasNoWayBack)
-{
-    EXPECT_TRUE(edit(scan(), 100));
-    EXPECT_TRUE(model->undoableFiles().isEmpty());
-}
-
 TEST_F(AppModelUndoTest, AnEditThatFailsCostsTheUndo)
 {
     ASSERT_TRUE(edit(scan(), 100) && edit(scan(), 200));
@@ -97,35 +90,16 @@ TEST_F(AppModelUndoTest, AnUndoThatFailsMayBeTriedAgain)
 
 TEST_F(AppModelUndoTest, BackupsAreForNobodyElse)
 {
-    const QByteArray usual = QFile::encodeName(undoFolder());
-    const QByteArray elsewhere = QFile::encodeName(folder.path());
-    const struct {
-        const char *what;
-        std::function<bool()> prepare;
-    } cases[] = {
-        {"another's link",
-         [&] {
-             return symlink(elsewhere.constData(), usual.constData()) == 0;
-         }},
-        {"a file",
-         [&] {
-             return QFile(undoFolder()).open(QIODevice::WriteOnly);
-         }},
-        {"open to others",
-         [&] {
-             return mkdir(usual.constData(), 0700) == 0 && chmod(usual.constData(), 0777) == 0;
-         }},
-        {"another's folder",
-         [&] {
-             return mkdir(usual.constData(), 0700) == 0 &&
-                    (geteuid() != 0 || chown(usual.constData(), 12345, 12345) == 0);
-         }},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.what);
+    // Another's folder only where the test may give one away.
+    for (const char *trap :
+         {"ln -s .. velmor-undo", "touch velmor-undo", "mkdir -m 777 velmor-undo",
+          "mkdir -m 700 velmor-undo; chown 12345 velmor-undo 2>&- || chmod 777 velmor-undo"}) {
+        SCOPED_TRACE(trap);
         QDir(temporary()).removeRecursively();
-        ASSERT_TRUE(QDir().mkpath(temporary()) && c.prepare());
+        ASSERT_TRUE(QDir().mkpath(temporary()));
+        (void)std::system(("cd " + QFile::encodeName(temporary()) + " && " + trap).constData());
         ASSERT_TRUE(edit(scan(), 100) && edit(scan(), 200));
+        EXPECT_EQ(backups(), 0) << "they went elsewhere";
         EXPECT_TRUE(model->undoEdit(scan()));
         EXPECT_EQ(height(scan()), 100);
     }
@@ -142,7 +116,7 @@ TEST_F(AppModelUndoTest, WithoutAFolderForBackupsAnEditGoesAhead)
 
 TEST_F(AppModelUndoTest, AnEditKeepsTheScansPlaceInTheList)
 {
-    for (const char *name : {"1.pdf", "2.pdf", "3.pdf"})
+    for (const char *name : {"1.pdf", "2.pdf"})
         ASSERT_TRUE(model->write(documentOf({100}), scan(QString::fromUtf8(name))));
     if (!QFileInfo(scan(QStringLiteral("1.pdf")).toLocalFile()).birthTime().isValid())
         GTEST_SKIP() << "files have no date of their making here";
@@ -156,8 +130,6 @@ TEST_F(AppModelUndoTest, AnEditKeepsTheScansPlaceInTheList)
     const auto before = dates();
     ASSERT_TRUE(edit(scan(QStringLiteral("1.pdf")), 200));
     ASSERT_TRUE(edit(scan(QStringLiteral("1.pdf")), 300));
-    model->loadResults();
-    EXPECT_EQ(dates(), before);
     ASSERT_TRUE(model->undoEdit(scan(QStringLiteral("1.pdf"))));
     model->loadResults();
     EXPECT_EQ(dates(), before);

@@ -17,7 +17,6 @@ QByteArray jpegFile(const QImage &image)
 
 TEST(EncodedImage, AJpegHasAsManyChannelsAsItsImageNeeds)
 {
-    QImage palette(noise({20, 10}).convertToFormat(QImage::Format_Indexed8));
     QImage transparent(20, 10, QImage::Format_ARGB32);
     transparent.fill(QColor(255, 0, 0, 0));
     transparent.setPixelColor(0, 0, Qt::blue);
@@ -26,12 +25,10 @@ TEST(EncodedImage, AJpegHasAsManyChannelsAsItsImageNeeds)
         QImage image;
         int channels;
     } cases[] = {
-        {"grey",            noise({20, 10}),                                             1},
-        {"black and white", noise({20, 10}).convertToFormat(QImage::Format_Mono),        1},
-        {"grey palette",    palette,                                                     1},
-        {"16-bit grey",     noise({20, 10}).convertToFormat(QImage::Format_Grayscale16), 1},
-        {"colour",          noise({20, 10}).convertToFormat(QImage::Format_RGB32),       3},
-        {"transparent",     transparent,                                                 3},
+        {"grey",        noise({20, 10}),                                             1},
+        {"16-bit grey", noise({20, 10}).convertToFormat(QImage::Format_Grayscale16), 1},
+        {"colour",      noise({20, 10}).convertToFormat(QImage::Format_RGB32),       3},
+        {"transparent", transparent,                                                 3},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
@@ -45,14 +42,6 @@ TEST(EncodedImage, AJpegHasAsManyChannelsAsItsImageNeeds)
     }
     EXPECT_FALSE(jpegImage(QImage(), 0.85));
     EXPECT_FALSE(jpegImage(QImage(65'501, 1, QImage::Format_Grayscale8), 0.85));
-}
-
-TEST(EncodedImage, QualityIsAFractionOfOne)
-{
-    const QImage image = noise({200, 200});
-    const qsizetype rough = jpegImage(image, 0.3)->bytes.size();
-    const qsizetype fine = jpegImage(image, 0.95)->bytes.size();
-    EXPECT_LT(rough * 2, fine);
 }
 
 TEST(EncodedImage, AJpegFileIsTakenByteForByteAndOthersAreNot)

@@ -15,11 +15,9 @@ TEST(PageRaster, LevelsFollowTheirFormula)
         const char *what;
         double black, white, gamma;
     } cases[] = {
-        {"identity",         0.0,  1.0, 1.0},
         {"stretched",        0.2,  0.8, 1.0},
         {"swapped points",   0.8,  0.2, 1.0},
         {"midtones darker",  0.1,  0.9, 2.2},
-        {"midtones lighter", 0.0,  1.0, 0.5},
         {"points too close", 0.5,  0.5, 1.0},
         {"beyond the scale", -0.5, 1.5, 1.3},
     };
@@ -47,7 +45,6 @@ TEST(PageRaster, LevelsTreatChannelsAlikeAndKeepTransparency)
     const auto result = PageRaster::applyLevels(image, 0.2, 0.8, 1);
     ASSERT_TRUE(result);
     EXPECT_EQ(result->pixelColor(0, 0), QColor(0, 128, 255, 77));
-    EXPECT_FALSE(PageRaster::applyLevels(QImage(), 0, 1, 1));
 }
 
 TEST(PageRaster, ReducingTruncatesAndNeverEnlarges)
@@ -58,9 +55,7 @@ TEST(PageRaster, ReducingTruncatesAndNeverEnlarges)
         QSize to;
     } cases[] = {
         {{100, 50},  200, {100, 50}},
-        {{100, 50},  100, {100, 50}},
         {{100, 50},  33,  {33, 16} },
-        {{50, 100},  33,  {16, 33} },
         {{10000, 1}, 100, {100, 1} },
     };
     for (const auto &c : cases) {
@@ -81,12 +76,10 @@ TEST(PageRaster, RenderingFollowsSizeRotationAndLimit)
         double dpi;
         QSize pixels;
     } cases[] = {
-        {"upright",     {200, 300},      0,   72,  {200, 300}  },
-        {"on its side", {200, 300},      90,  144, {600, 400}  },
-        {"upside down", {200, 300},      180, 72,  {200, 300}  },
-        {"other side",  {200, 300},      270, 72,  {300, 200}  },
-        {"dpi limited", {72, 36},        0,   600, {576, 288}  },
-        {"A4 at 300",   {595.2, 841.92}, 0,   300, {2480, 3508}},
+        {"upright",     {200, 300},      0,  72,  {200, 300}  },
+        {"on its side", {200, 300},      90, 144, {600, 400}  },
+        {"dpi limited", {72, 36},        0,  600, {576, 288}  },
+        {"A4 at 300",   {595.2, 841.92}, 0,  300, {2480, 3508}},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
@@ -97,9 +90,8 @@ TEST(PageRaster, RenderingFollowsSizeRotationAndLimit)
         EXPECT_EQ(image->size(), c.pixels);
         EXPECT_NEAR(qGray(image->pixel(image->rect().center())), 90, 1);
     }
-    const auto byLength = PageRaster::render(plainPage({200, 300}), PageRaster::MaxDim{150});
-    ASSERT_TRUE(byLength);
-    EXPECT_EQ(byLength->size(), QSize(100, 150));
+    EXPECT_EQ(PageRaster::render(plainPage({200, 300}), PageRaster::MaxDim{150})->size(),
+              QSize(100, 150));
     EXPECT_EQ(PageRaster::render(plainPage({10, 20}), PageRaster::MaxDim{1800})->size(),
               QSize(80, 160));
     EXPECT_FALSE(PageRaster::render(plainPage({14'400, 14'400}), PageRaster::Dpi{300}));
@@ -114,13 +106,6 @@ TEST(PageRaster, AScanComesBackPixelForPixel)
     const auto rendered = PageRaster::render(*page, PageRaster::Dpi{300});
     ASSERT_TRUE(rendered);
     EXPECT_EQ(rendered->convertToFormat(QImage::Format_Grayscale8), image);
-}
-
-TEST(PageRaster, APageNeedsAreaAndAnImage)
-{
-    const EncodedImage image = losslessImage(noise({4, 4})).value();
-    EXPECT_FALSE(PageRaster::makePage(image, {0, 100}, {}));
-    EXPECT_FALSE(PageRaster::makePage(image, {100, std::nan("")}, {}));
 }
 
 } // namespace

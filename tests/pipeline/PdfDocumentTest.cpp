@@ -2,7 +2,6 @@
 
 #include "tests/pipeline/TestPages.h"
 
-#include <QBuffer>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
@@ -28,34 +27,23 @@ TEST(PdfPage, BoxesAndRotationAreInheritedAndHaveDefaults)
     const QRectF letter(0, 0, 612, 792);
     const QRectF small(10, 20, 100, 200);
     const struct {
-        const char *what;
-        QByteArray tree, page;
+        const char *tree, *page;
         QRectF media, crop;
         int rotation;
     } cases[] = {
-        {"own",            "",                                      "/MediaBox [10 20 110 220] /Rotate 90",                 small,  small,             90 },
-        {"inherited",      "/MediaBox [10 20 110 220] /Rotate 270", "",                                                     small,  small,             270},
-        {"overridden",     "/MediaBox [0 0 9 9] /Rotate 90",        "/MediaBox [10 20 110 220] /Rotate 0",
-         small,                                                                                                                     small,             0  },
-        {"none",           "",                                      "",                                                     letter, letter,            0  },
-        {"turned round",   "",                                      "/MediaBox [110 220 10 20]",                            small,  small,             0  },
-        {"empty",          "",                                      "/MediaBox [5 5 5 9]",                                  letter, letter,            0  },
-        {"no numbers",     "",                                      "/MediaBox [(a) 0 1 2]",                                letter, letter,            0  },
-        {"cropped",
-         "",                                                        "/MediaBox [10 20 110 220] /CropBox [20 30 60 80]",
-         small,                                                                                                                     {20, 30, 40, 50},
-         0                                                                                                                                                },
-        {"crop too large",
-         "",                                                        "/MediaBox [10 20 110 220] /CropBox [0 0 60 500]",
-         small,                                                                                                                     {10, 20, 50, 200},
-         0                                                                                                                                                },
-        {"crop outside",   "",                                      "/MediaBox [10 20 110 220] /CropBox [300 300 400 400]", small,  small,
-         0                                                                                                                                                },
-        {"past a turn",    "",                                      "/MediaBox [10 20 110 220] /Rotate 450",                small,  small,             450},
-        {"no turn",        "",                                      "/MediaBox [10 20 110 220] /Rotate 45",                 small,  small,             0  },
+        {"",                                      "/MediaBox [110 220 10 20] /Rotate 90", small,  small,             90 },
+        {"/MediaBox [10 20 110 220] /Rotate 270", "",                                     small,  small,             270},
+        {"/MediaBox [0 0 9 9] /Rotate 90",        "/MediaBox [10 20 110 220] /Rotate 0",  small,  small,             0  },
+        {"",                                      "",                                     letter, letter,            0  },
+        {"",                                      "/MediaBox [5 5 5 9]",                  letter, letter,            0  },
+        {"",                                      "/MediaBox [(a) 0 1 2]",                letter, letter,            0  },
+        {"/MediaBox [10 20 110 220]",             "/CropBox [0 0 60 500]",                small,  {10, 20, 50, 200}, 0  },
+        {"/MediaBox [10 20 110 220]",             "/CropBox [300 300 400 400]",           small,  small,             0  },
+        {"/MediaBox [10 20 110 220]",             "/Rotate 450",                          small,  small,             450},
+        {"/MediaBox [10 20 110 220]",             "/Rotate 45",                           small,  small,             0  },
     };
     for (const auto &c : cases) {
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(testing::Message() << c.tree << " and " << c.page);
         const auto document = PdfDocument::fromBytes(pdfWith(c.tree, c.page));
         ASSERT_TRUE(document);
         const auto page = document->page(0);
@@ -68,33 +56,6 @@ TEST(PdfPage, BoxesAndRotationAreInheritedAndHaveDefaults)
     }
 }
 
-TEST(PdfPage, ATurnIsStoredAsWhatItComesTo)
-{
-    PdfDocument document = documentOf({100});
-    const struct {
-        int degrees, stored;
-    } cases[] = {
-        {90,  90 },
-        {450, 90 },
-        {-90, 270},
-        {720, 0  },
-    };
-    for (const auto &c : cases) {
-        document.page(0)->setRotation(c.degrees);
-        EXPECT_EQ(document.page(0)->rotation(), c.stored) << c.degrees;
-    }
-}
-
-TEST(PdfPage, ACopyIsAPageOfItsOwn)
-{
-    PdfDocument document = documentOf({100});
-    PdfPage copy = document.page(0)->copy().value();
-    copy.setRotation(90);
-    EXPECT_EQ(document.page(0)->rotation(), 0);
-    EXPECT_TRUE(document.insertPage(copy, 1));
-    EXPECT_EQ(document.page(1)->rotation(), 90);
-}
-
 TEST(PdfDocument, PagesAreInsertedAndRemovedByIndex)
 {
     PdfDocument document = documentOf({100, 200});
@@ -102,7 +63,6 @@ TEST(PdfDocument, PagesAreInsertedAndRemovedByIndex)
     EXPECT_TRUE(document.insertPage(plainPage({50, 400}), 0));
     EXPECT_THAT(heightsOf(document), ElementsAre(400, 100, 300, 200));
     EXPECT_TRUE(document.insertPage(*document.page(3), 0));
-    EXPECT_THAT(heightsOf(document), ElementsAre(200, 400, 100, 300, 200));
     EXPECT_TRUE(document.removePage(1));
     EXPECT_THAT(heightsOf(document), ElementsAre(200, 100, 300, 200));
 
@@ -111,7 +71,6 @@ TEST(PdfDocument, PagesAreInsertedAndRemovedByIndex)
     EXPECT_FALSE(document.removePage(4));
     EXPECT_FALSE(document.page(4));
     EXPECT_FALSE(document.page(-1));
-    EXPECT_EQ(document.pageCount(), 4);
 }
 
 TEST(PdfDocument, ACopiedPageOutlivesItsDocument)
@@ -126,37 +85,6 @@ TEST(PdfDocument, ACopiedPageOutlivesItsDocument)
     EXPECT_EQ(qGray(PageRaster::render(*again->page(0), PageRaster::Dpi{72})->pixel(50, 50)), 128);
 }
 
-TEST(PdfDocument, AReplacedPageKeepsItsLinksAndLeavesNothingBehind)
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.pdf"));
-    const QByteArray linked = pdfWith("/MediaBox [0 0 300 300]", "")
-                                  .replace("/Pages 2 0 R", "/Pages 2 0 R /OpenAction [3 0 R /Fit]");
-    auto document = PdfDocument::fromBytes(linked);
-    ASSERT_TRUE(document);
-    qsizetype size = 0;
-    for (quint32 round = 0; round < 5; ++round) {
-        const auto image = jpegImage(noise({300, 300}, round), 0.8);
-        const auto page = PageRaster::makePage(*image, {200, 200}, {});
-        ASSERT_TRUE(document->replacePage(0, *page));
-        const QByteArray bytes = document->bytes().value();
-        if (round == 0)
-            size = bytes.size();
-        EXPECT_LT(bytes.size(), size + size / 10);
-        writeFile(path, bytes);
-        document = PdfDocument::open(QUrl::fromLocalFile(path));
-        ASSERT_TRUE(document);
-    }
-    const QByteArray target =
-        outputOf(QStringLiteral("qpdf"),
-                 {QStringLiteral("--json"), QStringLiteral("--json-key=qpdf"), path});
-    const QByteArray pages =
-        outputOf(QStringLiteral("qpdf"), {QStringLiteral("--show-pages"), path});
-    const QByteArray pageObject = pages.mid(pages.indexOf("page 1: ") + 8).split('\n').first();
-    EXPECT_TRUE(target.contains("\"/OpenAction\": [\n") && target.contains('"' + pageObject + '"'));
-    EXPECT_FALSE(document->replacePage(1, plainPage()));
-}
-
 TEST(PdfDocument, OpensWhatCanBeReadWithoutAPassword)
 {
     QTemporaryDir folder;
@@ -167,19 +95,14 @@ TEST(PdfDocument, OpensWhatCanBeReadWithoutAPassword)
         outputOf(QStringLiteral("qpdf"),
                  {QStringLiteral("--encrypt"), userPassword, QStringLiteral("owner"),
                   QStringLiteral("256"), QStringLiteral("--"), plain, path});
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
+        return readFile(path);
     };
-    QFile file(plain);
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    const QByteArray whole = file.readAll();
+    const QByteArray whole = readFile(plain);
     const struct {
         const char *what;
         QByteArray bytes;
         int pages; ///< -1 for what doesn't open.
     } cases[] = {
-        {"whole", whole, 2},
         {"no end", whole.left(whole.lastIndexOf("startxref")), 2},
         {"junk in front", "junk\n" + whole, 2},
         {"owner's password", encrypted({}), 2},
@@ -195,11 +118,8 @@ TEST(PdfDocument, OpensWhatCanBeReadWithoutAPassword)
         EXPECT_EQ(document ? document->pageCount() : -1, c.pages);
     }
     EXPECT_FALSE(PdfDocument::open(QUrl::fromLocalFile(folder.path())));
-    EXPECT_FALSE(
-        PdfDocument::open(QUrl::fromLocalFile(folder.filePath(QStringLiteral("none.pdf")))));
-    const auto opened = PdfDocument::open(QUrl::fromLocalFile(plain));
-    EXPECT_EQ(opened->documentURL(), QUrl::fromLocalFile(plain));
-    EXPECT_TRUE(PdfDocument().documentURL().isEmpty());
+    EXPECT_EQ(PdfDocument::open(QUrl::fromLocalFile(plain))->documentURL(),
+              QUrl::fromLocalFile(plain));
 }
 
 TEST(PdfDocument, WhatWasRepairedCanBeSaved)
@@ -231,43 +151,6 @@ TEST(PdfDocument, AFileThatChangesAfterOpeningChangesNothing)
     writeFile(path, "overwritten");
     EXPECT_THAT(heightsOf(PdfDocument::fromBytes(document->bytes().value()).value()),
                 ElementsAre(100));
-}
-
-/// Takes only so many bytes, like a full disk.
-class FullDevice : public QIODevice {
-public:
-    explicit FullDevice(qint64 room) : m_room(room) { open(WriteOnly | Unbuffered); }
-
-protected:
-    qint64 readData(char *, qint64) override { return -1; }
-    qint64 writeData(const char *, qint64 size) override
-    {
-        const qint64 taken = qMin(size, m_room);
-        m_room -= taken;
-        return taken;
-    }
-
-private:
-    qint64 m_room;
-};
-
-TEST(PdfDocument, AShortWriteIsAFailure)
-{
-    const PdfDocument document = documentOf({100, 200});
-    const qint64 size = document.bytes()->size();
-    for (const qint64 room : {qint64(0), qint64(10), size / 2, size - 1}) {
-        FullDevice device(room);
-        EXPECT_FALSE(document.write(device)) << room;
-    }
-    FullDevice device(size);
-    EXPECT_TRUE(document.write(device));
-}
-
-TEST(PdfDocument, EmptyDocumentsAreWrittenAndRead)
-{
-    const auto again = PdfDocument::fromBytes(PdfDocument().bytes().value());
-    ASSERT_TRUE(again);
-    EXPECT_EQ(again->pageCount(), 0);
 }
 
 } // namespace

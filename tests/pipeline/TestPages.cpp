@@ -2,10 +2,8 @@
 
 #include <QFile>
 #include <QProcess>
-#include <QtEndian>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <random>
 
 namespace velmor {
@@ -51,26 +49,17 @@ QString writeFile(const QString &path, const QByteArray &bytes)
     return path;
 }
 
-QByteArray emptyPng(QSize size)
+QByteArray readFile(const QString &path)
 {
-    const auto bigEndian = [](quint32 number) {
-        std::array<char, 4> bytes{};
-        qToBigEndian(number, bytes.data());
-        return QByteArray(bytes.data(), bytes.size());
-    };
-    const auto crc = [](const QByteArray &bytes) {
-        quint32 sum = 0xffffffff;
-        for (const char byte : bytes) {
-            sum ^= static_cast<uchar>(byte);
-            for (int bit = 0; bit < 8; ++bit)
-                sum = (sum >> 1) ^ ((sum & 1) != 0 ? 0xedb88320 : 0);
-        }
-        return ~sum;
-    };
-    const QByteArray header = QByteArray("IHDR") + bigEndian(static_cast<quint32>(size.width())) +
-                              bigEndian(static_cast<quint32>(size.height())) +
-                              QByteArray("\x08\x00\x00\x00\x00", 5);
-    return QByteArray("\x89PNG\r\n\x1a\n", 8) + bigEndian(13) + header + bigEndian(crc(header));
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+    return file.readAll();
+}
+
+QByteArray hugePng()
+{
+    return QByteArray::fromHex("89504e470d0a1a0a0000000d49484452"
+                               "0000ea600000ea600800000000a5b92a9e");
 }
 
 QByteArray outputOf(const QString &program, const QStringList &arguments)

@@ -18,11 +18,13 @@ namespace velmor {
 [[nodiscard]] PdfDocument documentOf(const QList<int> &heights);
 [[nodiscard]] QList<int> heightsOf(const PdfDocument &document);
 
-/// Writes the file, and answers its path.
+/// Writes a whole file, and answers its path; reads one, which must be there.
 QString writeFile(const QString &path, const QByteArray &bytes);
 
-/// The header of a PNG file that claims to be of `size` pixels, with no pixels behind it.
-[[nodiscard]] QByteArray emptyPng(QSize size);
+[[nodiscard]] QByteArray readFile(const QString &path);
+
+/// The header of a PNG file that claims to be of 60000x60000 pixels, with no pixels behind it.
+[[nodiscard]] QByteArray hugePng();
 
 /// Runs a program to its end and answers what it printed; fails the test if it fails.
 QByteArray outputOf(const QString &program, const QStringList &arguments);

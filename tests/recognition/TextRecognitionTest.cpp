@@ -1,6 +1,6 @@
 #include "pipeline/TextRecognition.h"
 
-#include "PrintedPage.h"
+#include "pipeline/PageRenderer.h"
 #include "pipeline/recognition/PageReader.h"
 
 #include <QDir>
@@ -17,28 +17,53 @@ namespace {
 
 using testing::IsEmpty;
 
-const QStringList &english()
+// Without what has a meaning in a PDF, such as brackets; Latin-1 only.
+constexpr const char *english = "The harbour master wrote in his book that the ship had come in\n"
+                                "before the storm, with a cargo of tea and 240 bales of cotton.\n"
+                                "Nobody was hurt, but two of the sails were lost at sea and the\n"
+                                "mast will have to be replaced. It was the third time that year,\n"
+                                "and the owners asked him for a full report of what was done.";
+constexpr const char *german = "Der Hafenmeister schrieb in sein Buch, dass das Schiff noch vor\n"
+                               "dem Sturm eingelaufen war. Für die Eigentümer war es schon das\n"
+                               "dritte Mal in diesem Jahr, und sie verlangten von ihm einen\n"
+                               "ausführlichen Bericht. Die Segel gingen über Bord, und der große\n"
+                               "Mast muss auf der Werft ersetzt werden, bevor es weitergeht.";
+
+/// Where the first line of a printed page stands, in points from the lower left corner of A4.
+constexpr int firstBaseline = 760;
+constexpr int printedMargin = 70;
+/// Points from one line to the next; the letters are of 12 points.
+constexpr int printedLeading = 18;
+constexpr QSize a4(2480, 3508);
+constexpr int dotsPerMeter = 11'811;
+
+QByteArray pdfOf(const char *text)
 {
-    static const QStringList lines{
-        QStringLiteral("The harbour master wrote in his book that the ship had come in"),
-        QStringLiteral("before the storm, with a cargo of tea and 240 bales of cotton."),
-        QStringLiteral("Nobody was hurt, but two of the sails were lost at sea and the"),
-        QStringLiteral("mast will have to be replaced. It was the third time that year,"),
-        QStringLiteral("and the owners asked him for a full report of what was done."),
-    };
-    return lines;
+    QByteArray content = "BT /F 12 Tf " + QByteArray::number(printedLeading) + " TL " +
+                         QByteArray::number(printedMargin) + ' ' +
+                         QByteArray::number(firstBaseline) + " Td\n";
+    for (const QString &line : QString::fromUtf8(text).split(u'\n'))
+        content += '(' + line.toLatin1() + ") Tj T*\n";
+    content += "ET\n";
+    // No cross-reference table: the renderer finds the objects by itself.
+    return "%PDF-1.4\n"
+           "1 0 obj <</Type /Catalog /Pages 2 0 R>> endobj\n"
+           "2 0 obj <</Type /Pages /Kids [3 0 R] /Count 1>> endobj\n"
+           "3 0 obj <</Type /Page /Parent 2 0 R /MediaBox [0 0 595 842] /Contents 4 0 R\n"
+           "/Resources <</Font <</F <</Type /Font /Subtype /Type1 /BaseFont /Helvetica\n"
+           "/Encoding /WinAnsiEncoding>>>>>>>> endobj\n"
+           "4 0 obj <</Length " +
+           QByteArray::number(content.size()) + ">> stream\n" + content +
+           "endstream endobj\ntrailer <</Root 1 0 R>>\n";
 }
 
-const QStringList &german()
+/// A sheet of A4 at 300 dpi with `text` printed in Helvetica.
+QImage printedPage(const char *text)
 {
-    static const QStringList lines{
-        QStringLiteral("Der Hafenmeister schrieb in sein Buch, dass das Schiff noch vor"),
-        QStringLiteral("dem Sturm eingelaufen war. Für die Eigentümer war es schon das"),
-        QStringLiteral("dritte Mal in diesem Jahr, und sie verlangten von ihm einen"),
-        QStringLiteral("ausführlichen Bericht. Die Segel gingen über Bord, und der große"),
-        QStringLiteral("Mast muss auf der Werft ersetzt werden, bevor es weitergeht."),
-    };
-    return lines;
+    QImage page = renderFirstPage(pdfOf(text), a4).value_or(QImage());
+    page.setDotsPerMeterX(dotsPerMeter);
+    page.setDotsPerMeterY(dotsPerMeter);
+    return page;
 }
 
 std::string textOf(const std::vector<OcrLine> &lines)
@@ -49,19 +74,14 @@ std::string textOf(const std::vector<OcrLine> &lines)
     return texts.join(u'\n').toStdString();
 }
 
-std::string textOf(const QStringList &lines)
-{
-    return lines.join(u'\n').toStdString();
-}
-
 /// Chosen before the first page is read.
 const bool realWorkerChosen = qputenv("VELMOR_RECOGNIZER", REAL_RECOGNIZER);
 
 TEST(TextRecognition, ReadsAPageLineByLineAndPlacesEachLine)
 {
-    const auto lines = recognizeText(printedPage(english()));
+    const auto lines = recognizeText(printedPage(english));
     ASSERT_TRUE(realWorkerChosen);
-    ASSERT_EQ(textOf(lines), textOf(english()));
+    ASSERT_EQ(textOf(lines), english);
     for (size_t i = 0; i < lines.size(); ++i) {
         const double baseline = firstBaseline - static_cast<double>(i) * printedLeading;
         const QRectF &box = lines[i].box;
@@ -75,18 +95,17 @@ TEST(TextRecognition, ReadsAPageLineByLineAndPlacesEachLine)
 
 TEST(TextRecognition, ReadsPagesThatLieTurned)
 {
-    const QImage upright = printedPage(english());
+    const QImage upright = printedPage(english);
     for (int degrees : {180, 90, 270}) {
         const auto lines = recognizeText(upright.transformed(QTransform().rotate(degrees)));
-        EXPECT_EQ(textOf(lines), textOf(english())) << degrees;
+        EXPECT_EQ(textOf(lines), english) << degrees;
     }
 }
 
 TEST(TextRecognition, ChangesTheLanguageWithThePage)
 {
-    EXPECT_EQ(textOf(recognizeText(printedPage(english()))), textOf(english()));
-    EXPECT_EQ(textOf(recognizeText(printedPage(german()))), textOf(german()));
-    EXPECT_EQ(textOf(recognizeText(printedPage(english()))), textOf(english()));
+    EXPECT_EQ(textOf(recognizeText(printedPage(german))), german);
+    EXPECT_EQ(textOf(recognizeText(printedPage(english))), english);
 }
 
 TEST(TextRecognition, FindsNoTextInAPicture)
@@ -134,9 +153,9 @@ TEST(TextRecognition, CopesWithEnglishAlone)
     ASSERT_TRUE(folder.hasInstalledModel(QStringLiteral("eng.traineddata")));
     PageReader reader({.workerProgram = QStringLiteral(REAL_RECOGNIZER)});
     EXPECT_EQ(reader.problem(), std::nullopt);
-    const QImage upright = printedPage(english());
-    EXPECT_EQ(textOf(reader.read(upright)), textOf(english()));
-    EXPECT_EQ(textOf(reader.read(upright.transformed(QTransform().rotate(180)))), textOf(english()))
+    const QImage upright = printedPage(english);
+    EXPECT_EQ(textOf(reader.read(upright)), english);
+    EXPECT_EQ(textOf(reader.read(upright.transformed(QTransform().rotate(180)))), english)
         << "the model for turns is not installed";
 }
 

@@ -12,12 +12,10 @@ constexpr int patienceMilliseconds = 30'000;
 QString inShort(const QJsonObject &event)
 {
     QString text = event.value(u"event").toString();
-    if (event.contains(u"index"))
-        text += QStringLiteral(" %1").arg(event.value(u"index").toInt());
-    if (event.contains(u"pages"))
-        text += QStringLiteral(" %1").arg(event.value(u"pages").toInt());
-    if (event.contains(u"message"))
-        text += u' ' + event.value(u"message").toString();
+    for (const QStringView key : {u"index", u"pages", u"message"}) {
+        if (event.contains(key))
+            text += u' ' + event.value(key).toVariant().toString();
+    }
     return text;
 }
 

@@ -17,7 +17,6 @@ public:
 
     void send(const QJsonObject &command);
     void sendLine(const QByteArray &line);
-    void terminate() { m_process.terminate(); }
     void endInput() { m_process.closeWriteChannel(); }
 
     /// The next event, or an empty object at the end of the output.

