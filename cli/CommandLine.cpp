@@ -180,6 +180,16 @@ private:
     std::optional<QString> m_problem;
 };
 
+/// Help where it is asked for, else what is wrong, else the `request` that was read.
+Request answer(const OptionReader &options, const Request &request, const QString &helpEnd = {})
+{
+    if (options.wantsHelp())
+        return PrintRequest{options.helpText() + helpEnd};
+    if (options.problem())
+        return WrongUse{*options.problem()};
+    return request;
+}
+
 void addScanOptions(OptionReader &options)
 {
     options.add(QStringLiteral("folder"),
@@ -213,9 +223,6 @@ Request parseScan(const QStringList &arguments)
                          QStringLiteral("Scans into a PDF and prints its path."));
     addScanOptions(options);
     options.parse(arguments);
-    if (options.wantsHelp())
-        return PrintRequest{options.helpText() + exitCodes};
-
     ScanRequest request;
     request.tab = options
                       .oneOf(QStringLiteral("tab"), allDocumentTypes,
@@ -234,9 +241,7 @@ Request parseScan(const QStringList &arguments)
     request.batch = options.flag(QStringLiteral("batch")).value_or(false);
     request.ocr = options.flag(QStringLiteral("ocr"));
     request.searchLimit = options.searchLimit();
-    if (options.problem())
-        return WrongUse{*options.problem()};
-    return request;
+    return answer(options, request, exitCodes);
 }
 
 Request parseDevices(const QStringList &arguments)
@@ -245,23 +250,14 @@ Request parseDevices(const QStringList &arguments)
                          QStringLiteral("Lists the scanners: id, name and driver."));
     options.addSearchTimeout();
     options.parse(arguments);
-    if (options.wantsHelp())
-        return PrintRequest{options.helpText()};
-    const DevicesRequest request{options.searchLimit()};
-    if (options.problem())
-        return WrongUse{*options.problem()};
-    return request;
+    return answer(options, DevicesRequest{options.searchLimit()});
 }
 
 Request parsePresets(const QStringList &arguments)
 {
     OptionReader options(QStringLiteral("presets"), QStringLiteral("Lists the presets by name."));
     options.parse(arguments);
-    if (options.wantsHelp())
-        return PrintRequest{options.helpText()};
-    if (options.problem())
-        return WrongUse{*options.problem()};
-    return PresetsRequest();
+    return answer(options, PresetsRequest());
 }
 
 Request parseMagic(const QStringList &arguments)
@@ -281,17 +277,13 @@ Request parseMagic(const QStringList &arguments)
     options.add(QStringLiteral("no-ocr"), QStringLiteral("Leave the pages without text."));
     options.addFiles();
     options.parse(arguments);
-    if (options.wantsHelp())
-        return PrintRequest{options.helpText()};
     MagicRequest request;
     request.levels.black = options.number(black, 0, 1).value_or(request.levels.black);
     request.levels.white = options.number(white, 0, 1).value_or(request.levels.white);
     request.levels.gamma = options.number(gamma, 0.1, 10).value_or(request.levels.gamma);
     request.ocr = options.flag(QStringLiteral("ocr")).value_or(request.ocr);
     request.files = options.files();
-    if (options.problem())
-        return WrongUse{*options.problem()};
-    return request;
+    return answer(options, request);
 }
 
 Request parseOcr(const QStringList &arguments)
@@ -301,11 +293,7 @@ Request parseOcr(const QStringList &arguments)
                                         "files that were changed."));
     options.addFiles();
     options.parse(arguments);
-    if (options.wantsHelp())
-        return PrintRequest{options.helpText()};
-    if (options.problem())
-        return WrongUse{*options.problem()};
-    return OcrRequest{options.files()};
+    return answer(options, OcrRequest{options.files()});
 }
 
 } // namespace

@@ -70,6 +70,8 @@ TEST(TextLayer, EveryScriptComesBackExactlyInEveryReader)
     const char *const texts[] = {
         "Plain Latin, “quoted” — €5 (in brackets) \\ back",
         "Привет мир, как дела?",
+        "Καλημέρα κόσμε",
+        "∑ ≠ ∞ → ✓",
         "Zażółć gęślą jaźń",
         "中文测试文本，你好",
         "日本語のテキスト",
