@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scanengine/Result.h"
+#include "scanengine/drivers/sane/FrameParameters.h"
 
 #include <QByteArrayView>
 #include <QImage>
@@ -8,21 +9,6 @@
 #include <optional>
 
 namespace scanengine {
-
-/// The formats of frames, in the order of SANE_Frame.
-enum class FrameFormat { gray, rgb, red, green, blue };
-
-/// What a device says about a frame before it sends it, as SANE_Parameters.
-struct FrameParameters {
-    FrameFormat format = FrameFormat::gray;
-    bool isLast = true; ///< Of the frames of one page.
-    int bytesPerLine = 0;
-    int pixelsPerLine = 0;
-    int lines = -1; ///< -1 if the device doesn't know before the end.
-    int depth = 8;  ///< Bits a sample: 1, 8 or 16.
-
-    bool operator==(const FrameParameters &) const = default;
-};
 
 /// Makes one page image of the frames that a device sends: one of grey or colours, or three of one
 /// colour each. In use: for each frame `begin`, `append` until its data end, `end`; then `take`.

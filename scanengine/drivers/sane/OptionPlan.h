@@ -1,5 +1,6 @@
 #pragma once
 
+#include "scanengine/drivers/PaperSource.h"
 #include "scanengine/drivers/sane/SaneOptions.h"
 #include "scanengine/imaging/ColorMode.h"
 
@@ -8,10 +9,6 @@
 #include <optional>
 
 namespace scanengine {
-
-/// Where paper may be taken from: the feeder when it holds paper and else the flatbed, or the
-/// flatbed alone. A device that has only one of both uses that one, whatever was asked for.
-enum class PaperSource { automatic, flatbed };
 
 /// How a device is to capture pages.
 struct CaptureWish {
