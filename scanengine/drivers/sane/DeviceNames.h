@@ -2,6 +2,7 @@
 
 #include "scanengine/Protocol.h"
 #include "scanengine/drivers/sane/SaneOptions.h"
+#include "scanengine/drivers/sane/UsbDevices.h"
 
 #include <QList>
 #include <QString>
@@ -10,23 +11,6 @@ namespace scanengine {
 
 /// The word of the driver for SANE's devices, "sane".
 extern const QString saneDriverName;
-
-/// What the system knows of a device on a USB bus.
-struct UsbDevice {
-    int bus = 0;     ///< Number of the bus, from 1.
-    int address = 0; ///< On the bus, from 1; another one each time the device is plugged in.
-    int vendorId = 0;
-    int productId = 0;
-    QString serial; ///< Empty if the device has none.
-    QString port;   ///< Where it is plugged in, "1-2.3"; the same across reboots.
-
-    bool operator==(const UsbDevice &) const = default;
-};
-
-/// The devices on the USB buses of this computer, from the folder that the system describes them
-/// in. Empty if that can't be read.
-[[nodiscard]] QList<UsbDevice>
-readUsbDevices(const QString &folder = QStringLiteral("/sys/bus/usb/devices"));
 
 /// A scanner to choose, and the name by which SANE opens it until the next search.
 struct SaneScanner {

@@ -14,8 +14,9 @@ namespace scanengine {
 /// colour each. In use: for each frame `begin`, `append` until its data end, `end`; then `take`.
 ///
 /// Takes what really comes before what was announced: a frame that ends short gives a shorter page,
-/// data past the announced end are dropped. Never holds more than the image and one line, the image
-/// being within `maxPixels`. After a fault the page is spoilt.
+/// data past the announced end are dropped. Holds the image and one line, and for a moment a copy
+/// of the image when its height wasn't known; the image is within `maxPixels`. After a fault the
+/// page is spoilt.
 class FrameAssembly {
 public:
     /// The resolution that the image is to state, in dots per inch.

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "scanengine/drivers/PaperSource.h"
+#include "scanengine/drivers/sane/PaperSensors.h"
 #include "scanengine/drivers/sane/SaneOptions.h"
 #include "scanengine/imaging/ColorMode.h"
 
 #include <QSizeF>
+#include <QStringList>
 
 #include <optional>
 
@@ -21,13 +23,10 @@ struct CaptureWish {
 struct Capture {
     bool isFeeder = false; ///< Sheet after sheet until SANE_STATUS_NO_DOCS; else one page.
     bool isDuplex = false; ///< Both sides of each sheet, the front first.
-    /// Dots per inch. 0 if the device doesn't tell.
-    double xDpi = 0;
+    double xDpi = 0;       ///< Dots per inch; those asked for if the device doesn't tell.
     double yDpi = 0;
-    /// Whether the pages must be resampled to have the resolution that was asked for.
-    bool needsResampling = false;
-    QSizeF areaMm;   ///< Of the largest page, in millimetres; empty if the device doesn't tell.
-    QSizeF areaDots; ///< The same in pixels of the capture.
+    bool needsResampling = false; ///< To have the resolution that was asked for.
+    QSizeF areaMm; ///< Of the largest page, in millimetres; empty if the device doesn't tell.
 
     bool operator==(const Capture &) const = default;
 };
@@ -63,7 +62,6 @@ private:
     enum class Place { feeder, flatbed };
 
     void choosePlace(const SaneOptions &options);
-    [[nodiscard]] QList<SaneSetting> wanted(const SaneOptions &options) const;
 
     CaptureWish m_wish;
     std::optional<Place> m_place; ///< Not known before the first options were seen.
@@ -71,16 +69,5 @@ private:
     bool m_hasFeeder = false;
     QStringList m_set; ///< Names of the options that were set or tried.
 };
-
-/// Whether the feeder holds paper, as the device's sensor has it; nothing without a sensor. Needs
-/// the value read just now.
-[[nodiscard]] std::optional<bool> feederHoldsPaper(const SaneOptions &options);
-
-/// The option that senses paper in the feeder, or nullptr.
-[[nodiscard]] const SaneOption *paperSensor(const SaneOptions &options);
-
-/// The option that senses the device's button for scanning, or nullptr. Its value is true, or a
-/// number above 0, once after the button was pressed.
-[[nodiscard]] const SaneOption *scanButton(const SaneOptions &options);
 
 } // namespace scanengine

@@ -1,0 +1,225 @@
+#include "scanengine/drivers/sane/FrameAssembly.h"
+
+#include "scanengine/imaging/PixelLimit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+namespace scanengine {
+namespace {
+
+constexpr double metresPerInch = 0.0254;
+/// No line of a page within `maxPixels` has more than this, padding included.
+constexpr int maxLineBytes = 64 * 1024 * 1024;
+/// How an image of unknown height grows, in lines: by half, but not by less.
+constexpr int leastGrowth = 512;
+
+Fault badFrame()
+{
+    return {QStringLiteral("The scanner sent a page that can't be read. Switch it off and on and "
+                           "scan again.")};
+}
+
+Fault pageTooLarge()
+{
+    return {QStringLiteral("The page is too large to scan at this resolution. Choose a lower one "
+                           "and scan again.")};
+}
+
+Fault outOfMemory()
+{
+    return {QStringLiteral("The page needs more memory than there is. Choose a lower resolution "
+                           "and scan again.")};
+}
+
+int channelsOf(FrameFormat format)
+{
+    return format == FrameFormat::rgb ? 3 : 1;
+}
+
+/// Bytes of a line's samples, without padding.
+qint64 sampleBytes(const FrameParameters &frame)
+{
+    constexpr int bitsPerByte = 8;
+    const qint64 bytesPerChannel = (qint64(frame.pixelsPerLine) * frame.depth + 7) / bitsPerByte;
+    return bytesPerChannel * channelsOf(frame.format);
+}
+
+bool isOneColor(FrameFormat format)
+{
+    return format != FrameFormat::gray && format != FrameFormat::rgb;
+}
+
+uchar from16Bits(const uchar *sample)
+{
+    quint16 value = 0;
+    std::memcpy(&value, sample, sizeof value);
+    constexpr unsigned half = 0xffff / 2;
+    return uchar((value * 0xffU + half) / 0xffffU);
+}
+
+/// Reads the samples of one line as 8 bits, 0 for none of the light.
+class Samples {
+public:
+    Samples(const FrameParameters &frame, const uchar *line) : m_frame(frame), m_line(line) {}
+
+    [[nodiscard]] uchar at(int pixel, int channel) const
+    {
+        const int channels = channelsOf(m_frame.format);
+        const qsizetype sample = qsizetype(pixel) * channels + channel;
+        switch (m_frame.depth) {
+        case 1:
+            return bitAt(pixel, channel, channels);
+        case 16:
+            return from16Bits(m_line + 2 * sample);
+        default:
+            return m_line[sample];
+        }
+    }
+
+private:
+    /// Eight pixels of one channel share a byte, the first in the highest bit. A set bit is black
+    /// in a line of grey, and light in one of colours.
+    [[nodiscard]] uchar bitAt(int pixel, int channel, int channels) const
+    {
+        const uchar byte = m_line[qsizetype(pixel / 8) * channels + channel];
+        const bool isSet = (byte >> (7 - pixel % 8)) & 1;
+        return isSet == (m_frame.format == FrameFormat::gray) ? 0x00 : 0xff;
+    }
+
+    const FrameParameters &m_frame;
+    const uchar *m_line;
+};
+
+} // namespace
+
+FrameAssembly::FrameAssembly(double xDpi, double yDpi) : m_xDpi(xDpi), m_yDpi(yDpi) {}
+
+std::optional<Fault> FrameAssembly::begin(const FrameParameters &parameters)
+{
+    const bool isDepthKnown =
+        parameters.depth == 1 || parameters.depth == 8 || parameters.depth == 16;
+    if (!isDepthKnown || parameters.pixelsPerLine <= 0 ||
+        parameters.bytesPerLine < sampleBytes(parameters) || parameters.bytesPerLine > maxLineBytes)
+        return badFrame();
+    const bool isFirst = m_image.isNull();
+    const bool goesOn = isOneColor(parameters.format) && isOneColor(m_frame.format) &&
+                        parameters.pixelsPerLine == m_image.width();
+    if (m_isComplete || (!isFirst && !goesOn))
+        return badFrame();
+    m_frame = parameters;
+    m_partial.clear();
+    m_line = 0;
+    if (!isFirst)
+        return std::nullopt;
+    const QSize size(parameters.pixelsPerLine, parameters.lines > 0 ? parameters.lines : 1);
+    if (!isWithinPixelLimit(size))
+        return pageTooLarge();
+    const bool isGray = parameters.format == FrameFormat::gray;
+    m_image = QImage(size, isGray ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
+    if (m_image.isNull())
+        return outOfMemory();
+    if (isOneColor(parameters.format))
+        m_image.fill(Qt::black);
+    return std::nullopt;
+}
+
+std::optional<Fault> FrameAssembly::append(QByteArrayView data)
+{
+    const qsizetype lineBytes = m_frame.bytesPerLine;
+    while (!data.isEmpty()) {
+        const bool isWhole = m_partial.isEmpty() && data.size() >= lineBytes;
+        const qsizetype taken =
+            isWhole ? lineBytes : std::min(lineBytes - m_partial.size(), data.size());
+        const QByteArrayView piece = data.first(taken);
+        data = data.sliced(taken);
+        if (!isWhole)
+            m_partial.append(piece);
+        if (!isWhole && m_partial.size() < lineBytes)
+            continue;
+        if (const auto fault = makeRoom())
+            return fault;
+        if (m_line == m_image.height())
+            return std::nullopt;
+        writeLine(reinterpret_cast<const uchar *>(isWhole ? piece.data() : m_partial.constData()));
+        m_partial.clear();
+        ++m_line;
+    }
+    return std::nullopt;
+}
+
+std::optional<Fault> FrameAssembly::end()
+{
+    if (m_line == 0)
+        return Fault{QStringLiteral("The scanner sent an empty page. Put the paper in anew and "
+                                    "scan again.")};
+    m_height = m_height < 0 ? m_line : std::min(m_height, m_line);
+    m_partial.clear();
+    constexpr int colors = 3;
+    if (isOneColor(m_frame.format) && ++m_colorsRead < colors)
+        return m_frame.isLast ? std::optional(badFrame()) : std::nullopt;
+    m_isComplete = true;
+    return std::nullopt;
+}
+
+QImage FrameAssembly::take()
+{
+    QImage page = std::exchange(m_image, QImage());
+    if (page.height() > m_height)
+        page = page.copy(0, 0, page.width(), m_height);
+    page.setDotsPerMeterX(int(std::lround(m_xDpi / metresPerInch)));
+    page.setDotsPerMeterY(int(std::lround(m_yDpi / metresPerInch)));
+    return page;
+}
+
+/// Makes a line more for a frame of unknown height, if that is needed.
+std::optional<Fault> FrameAssembly::makeRoom()
+{
+    const int height = m_image.height();
+    const bool mayGrow = m_frame.lines <= 0 && m_height < 0;
+    if (m_line < height || !mayGrow)
+        return std::nullopt;
+    const qint64 tallest = maxPixels / m_image.width();
+    if (height >= tallest)
+        return pageTooLarge();
+    const qint64 wanted = height + std::max<qint64>(height / 2, leastGrowth);
+    QImage taller = m_image.copy(0, 0, m_image.width(), int(std::min(wanted, tallest)));
+    if (taller.isNull())
+        return outOfMemory();
+    m_image = std::move(taller);
+    return std::nullopt;
+}
+
+void FrameAssembly::writeLine(const uchar *line)
+{
+    const Samples samples(m_frame, line);
+    const int width = m_image.width();
+    uchar *bytes = m_image.scanLine(m_line);
+    auto *pixels = reinterpret_cast<QRgb *>(bytes);
+    switch (m_frame.format) {
+    case FrameFormat::gray:
+        for (int x = 0; x < width; ++x)
+            bytes[x] = samples.at(x, 0);
+        break;
+    case FrameFormat::rgb:
+        for (int x = 0; x < width; ++x)
+            pixels[x] = qRgb(samples.at(x, 0), samples.at(x, 1), samples.at(x, 2));
+        break;
+    case FrameFormat::red:
+        for (int x = 0; x < width; ++x)
+            pixels[x] |= qRgb(samples.at(x, 0), 0, 0);
+        break;
+    case FrameFormat::green:
+        for (int x = 0; x < width; ++x)
+            pixels[x] |= qRgb(0, samples.at(x, 0), 0);
+        break;
+    case FrameFormat::blue:
+        for (int x = 0; x < width; ++x)
+            pixels[x] |= qRgb(0, 0, samples.at(x, 0));
+        break;
+    }
+}
+
+} // namespace scanengine
