@@ -47,18 +47,22 @@ double atLeastInRange(const SaneRange &range, double wanted)
     return std::min(value, range.maximum);
 }
 
+/// The bounds of a range are legal, on a step or not.
 double nearestLegal(const SaneOption &option, double number)
 {
     const auto *range = std::get_if<SaneRange>(&option.constraint);
     if (!range)
         return number;
-    const double within =
-        std::clamp(number, range->minimum, std::max(range->minimum, range->maximum));
+    if (number <= range->minimum)
+        return range->minimum;
+    if (number >= range->maximum)
+        return range->maximum;
     if (range->step <= 0)
-        return within;
-    const double steps = std::floor((within - range->minimum) / range->step + 0.5);
-    const double value = range->minimum + steps * range->step;
-    return value > range->maximum + roundingError ? value - range->step : value;
+        return number;
+    const double steps = std::floor((number - range->minimum) / range->step + 0.5);
+    const double onStep = range->minimum + steps * range->step;
+    const bool isEndNearer = range->maximum - number <= std::abs(onStep - number);
+    return isEndNearer ? range->maximum : onStep;
 }
 
 } // namespace

@@ -12,7 +12,7 @@ QString statusText(SaneStatus status)
         return QStringLiteral("The scanner can't scan this way. Choose another paper source or "
                               "resolution and scan again.");
     case SaneStatus::cancelled:
-        return QStringLiteral("The scan was stopped at the scanner. Scan again when it is ready.");
+        return QStringLiteral("The scan was stopped at the scanner. When it is ready, scan again.");
     case SaneStatus::deviceBusy:
         return QStringLiteral("The scanner is busy. Wait until it has finished, close other "
                               "programs that use it, and scan again.");
