@@ -4,6 +4,7 @@
 #include "scanengine/PngFile.h"
 #include "scanengine/imaging/ImageFile.h"
 #include "scanengine/imaging/PageProcessing.h"
+#include "scanengine/imaging/Resample.h"
 
 #include <QDir>
 
@@ -12,7 +13,12 @@ namespace {
 
 const QString sampleName = QStringLiteral(".velmor_raw.png");
 
-Result<QImage> captureSheet(ScanSession &session, const std::stop_token &stop)
+Fault stopped()
+{
+    return {QStringLiteral("The calibration was stopped.")};
+}
+
+Result<QImage> captureSheet(ScanSession &session, int dpi, const std::stop_token &stop)
 {
     const FeedResult fed = session.feedSheet(WhenEmpty::finish, stop);
     if (const Fault *fault = faultOf(fed))
@@ -21,8 +27,18 @@ Result<QImage> captureSheet(ScanSession &session, const std::stop_token &stop)
         return Fault{QStringLiteral("There is no paper in the feeder. Put a page in and calibrate "
                                     "again.")};
     if (std::holds_alternative<Cancelled>(fed))
-        return Fault{QStringLiteral("The calibration was stopped.")};
-    return session.readSheet();
+        return stopped();
+    const SheetResult sheet = session.readSheet(stop);
+    if (const Fault *fault = faultOf(sheet))
+        return *fault;
+    if (std::holds_alternative<Cancelled>(sheet))
+        return stopped();
+    const auto sample = atResolution(std::get<QImage>(sheet), dpi);
+    if (!sample)
+        return Fault{QStringLiteral("The page is too large to scan at %1 dpi. Calibrate again at a "
+                                    "lower resolution.")
+                         .arg(dpi)};
+    return *sample;
 }
 
 } // namespace
@@ -34,10 +50,13 @@ Result<QString> captureSample(const Command &command, const DriverList &drivers,
     if (const Fault *fault = faultOf(settings))
         return *fault;
     const auto &captureSettings = std::get<CaptureSettings>(settings);
-    const auto opened = drivers.open(command.deviceId, captureSettings);
+    const OpenResult opened = drivers.open(command.deviceId, captureSettings, stop);
     if (const Fault *fault = faultOf(opened))
         return *fault;
-    const auto sheet = captureSheet(*std::get<std::unique_ptr<ScanSession>>(opened), stop);
+    if (std::holds_alternative<Cancelled>(opened))
+        return stopped();
+    const auto sheet = captureSheet(*std::get<std::unique_ptr<ScanSession>>(opened),
+                                    captureSettings.dpi, stop);
     if (const Fault *fault = faultOf(sheet))
         return *fault;
     QString path = QDir(captureSettings.outputFolder).filePath(sampleName);

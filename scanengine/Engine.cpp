@@ -76,15 +76,20 @@ void Engine::start(const Command &command)
         m_jobs.cancel();
         return;
     }
-    if (command.verb != Verb::listDevices) {
+    if (command.verb == Verb::listDevices)
+        startSearch();
+    else
         startJob(command);
-        return;
-    }
-    const auto search = [this](const std::stop_token &) {
-        m_output.write(event::devices(m_drivers.devices()));
+}
+
+/// While a search runs, the answer is what is known; the search's own answer follows.
+void Engine::startSearch()
+{
+    const auto search = [this](const std::stop_token &stop) {
+        m_output.write(event::devices(m_drivers.devices(stop)));
     };
-    if (!m_searches.add(search, TaskQueue::Cancelling::ignored))
-        refuse(QStringLiteral("The scanner search is already running. Wait for its result."));
+    if (!m_searches.isIdle() || !m_searches.add(search, TaskQueue::Cancelling::ignored))
+        m_output.write(event::devices(m_drivers.knownDevices()));
 }
 
 void Engine::startJob(const Command &command)

@@ -27,6 +27,7 @@ private:
 
     [[nodiscard]] Ending takeCommands(CommandReader &input);
     void start(const Command &command);
+    void startSearch();
     void startJob(const Command &command);
     void refuse(const QString &message);
 

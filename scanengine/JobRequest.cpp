@@ -20,10 +20,22 @@ Result<ColorMode> colorModeOf(const Command &command)
     return Fault{QStringLiteral("That colour mode is not known. Choose auto, color, gray or bw.")};
 }
 
+Result<PaperSource> paperSourceOf(const Command &command)
+{
+    if (!command.source || *command.source == u"auto")
+        return PaperSource::automatic;
+    if (*command.source == u"flatbed")
+        return PaperSource::flatbed;
+    return Fault{QStringLiteral("That paper source is not known. Choose auto or flatbed.")};
+}
+
 Result<CaptureSettings> captureSettingsOf(const Command &command)
 {
     const Result<ColorMode> mode = colorModeOf(command);
     if (const Fault *fault = faultOf(mode))
+        return *fault;
+    const Result<PaperSource> source = paperSourceOf(command);
+    if (const Fault *fault = faultOf(source))
         return *fault;
     const int dpi = command.dpi.value_or(300);
     if (dpi < lowestDpi || dpi > highestDpi)
@@ -41,7 +53,7 @@ Result<CaptureSettings> captureSettingsOf(const Command &command)
         return Fault{QStringLiteral("Scans can't be saved in \"%1\". Make that folder available or "
                                     "choose another one.")
                          .arg(folder)};
-    return CaptureSettings{dpi, std::get<ColorMode>(mode), folder};
+    return CaptureSettings{dpi, std::get<PaperSource>(source), std::get<ColorMode>(mode), folder};
 }
 
 } // namespace scanengine

@@ -1,9 +1,12 @@
 #include "scanengine/ScanJob.h"
 
 #include "scanengine/JobRequest.h"
+#include "scanengine/drivers/sane/StatusText.h"
 #include "scanengine/imaging/PageProcessing.h"
+#include "scanengine/imaging/Resample.h"
 
 #include <new>
+#include <utility>
 
 namespace scanengine {
 namespace {
@@ -39,61 +42,84 @@ std::optional<Fault> ScanJob::scan(const std::stop_token &stop)
     if (const Fault *fault = faultOf(settings))
         return *fault;
     const auto &captureSettings = std::get<CaptureSettings>(settings);
-    const auto opened = m_drivers.open(m_command.deviceId, captureSettings);
+    OpenResult opened = m_drivers.open(m_command.deviceId, captureSettings, stop);
     if (const Fault *fault = faultOf(opened))
         return *fault;
-    ScanSession &session = *std::get<std::unique_ptr<ScanSession>>(opened);
+    if (std::holds_alternative<Cancelled>(opened))
+        return std::nullopt;
 
+    // A page that can't be saved stops the capture, just as the command "cancel" does.
+    std::stop_source halt;
+    const std::stop_callback haltWhenStopped(stop, [&halt] { halt.request_stop(); });
+    PageLine line(
+        m_pages, [&](QImage sheet) { return finished(std::move(sheet), captureSettings); },
+        {[this](qsizetype number) { m_output.write(event::page(number)); },
+         [&halt] { halt.request_stop(); }});
+    auto &session = std::get<std::unique_ptr<ScanSession>>(opened);
+    const auto captureFault = capture(*session, line, halt.get_token());
+    session.reset();
+    const auto lineFault = line.drain();
+    if (line.blankPages() > 0)
+        m_output.write(event::status(QStringLiteral("Blank pages left out: %1.")
+                                         .arg(line.blankPages())));
+    return lineFault ? lineFault : captureFault;
+}
+
+/// Feeds the line with sheets; why it came to an end, unless the paper ended or it was stopped.
+std::optional<Fault> ScanJob::capture(ScanSession &session, PageLine &line,
+                                      const std::stop_token &stop)
+{
     for (bool isFirst = true;; isFirst = false) {
-        const FeedResult fed = feedSheet(session, stop);
+        const FeedResult fed = feedSheet(session, line, stop);
         if (const Fault *fault = faultOf(fed))
             return *fault;
+        if (std::holds_alternative<NoPaper>(fed) && isFirst)
+            m_output.write(event::status(QStringLiteral("There is no paper in the feeder.")));
         if (!std::holds_alternative<SheetMoving>(fed))
             return std::nullopt;
         if (isFirst)
             m_output.write(event::scanStarted());
-        if (const auto fault = capturePage(session, captureSettings.colorMode))
-            return fault;
+        SheetResult sheet = session.readSheet(stop);
+        if (const Fault *fault = faultOf(sheet))
+            return *fault;
+        if (std::holds_alternative<Cancelled>(sheet))
+            return std::nullopt;
+        line.add(std::get<QImage>(std::move(sheet)));
     }
 }
 
-FeedResult ScanJob::feedSheet(ScanSession &session, const std::stop_token &stop)
+FeedResult ScanJob::feedSheet(ScanSession &session, PageLine &line, const std::stop_token &stop)
 {
     FeedResult fed = session.feedSheet(WhenEmpty::finish, stop);
-    if (!std::holds_alternative<NoPaper>(fed))
+    if (!std::holds_alternative<NoPaper>(fed) || !m_command.batchWaitForPaper)
         return fed;
-    if (m_command.batchWaitForPaper) {
+    if (!line.drain())
         m_output.write(event::status(QStringLiteral("Waiting for paper…")));
-        return session.feedSheet(WhenEmpty::waitForPaper, stop);
-    }
-    if (m_pages.paths().isEmpty())
-        m_output.write(event::status(QStringLiteral("There is no paper in the feeder.")));
-    return fed;
+    return session.feedSheet(WhenEmpty::waitForPaper, stop);
 }
 
-std::optional<Fault> ScanJob::capturePage(ScanSession &session, ColorMode mode)
+PageOutcome ScanJob::finished(QImage sheet, const CaptureSettings &settings) const
 {
-    Result<QImage> sheet = session.readSheet();
-    if (const Fault *fault = faultOf(sheet))
-        return *fault;
-    const QImage page =
-        finishedPage(std::get<QImage>(std::move(sheet)), m_command.processing, mode);
-    if (page.isNull())
+    auto page = atResolution(std::exchange(sheet, QImage()), settings.dpi);
+    if (!page)
+        return Fault{QStringLiteral("The page is too large to scan at %1 dpi. Choose a lower "
+                                    "resolution.")
+                         .arg(settings.dpi)};
+    QImage image = finishedPage(std::move(*page), m_command.processing, settings.colorMode);
+    if (image.isNull())
         return outOfMemory();
-    if (auto fault = m_pages.save(page))
-        return fault;
-    m_output.write(event::page(m_pages.paths().size()));
-    return std::nullopt;
+    return image;
 }
 
 void ScanJob::finish(const std::optional<Fault> &fault)
 {
-    if (fault && m_pages.paths().isEmpty()) {
+    const qsizetype pages = m_pages.paths().size();
+    if (fault && pages == 0) {
         m_output.write(event::error(fault->message));
         return;
     }
     if (fault)
-        m_output.write(event::status(fault->message));
+        m_output.write(event::status(withSavedPages(fault->message, pages)));
     m_output.write(event::done(m_pages.paths(), m_command.outputPath.value_or(QString())));
 }
 

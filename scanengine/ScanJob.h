@@ -2,6 +2,7 @@
 
 #include "scanengine/OutputWriter.h"
 #include "scanengine/PageFiles.h"
+#include "scanengine/PageLine.h"
 #include "scanengine/Protocol.h"
 #include "scanengine/drivers/DriverList.h"
 
@@ -12,7 +13,8 @@ namespace scanengine {
 
 /// One scan from its command to its "done" or "error".
 ///
-/// Holds one page at a time. Pages that were saved are never given up: after a fault, and after
+/// Pages are finished and saved beside the capture of the next ones, a bounded number of them at a
+/// time. Pages that were captured are never given up: after a fault of the device, and after
 /// `stop`, they are what the scan is done with, a fault being told by a "status" first.
 class ScanJob {
 public:
@@ -24,8 +26,11 @@ public:
 
 private:
     [[nodiscard]] std::optional<Fault> scan(const std::stop_token &stop);
-    [[nodiscard]] FeedResult feedSheet(ScanSession &session, const std::stop_token &stop);
-    [[nodiscard]] std::optional<Fault> capturePage(ScanSession &session, ColorMode mode);
+    [[nodiscard]] std::optional<Fault> capture(ScanSession &session, PageLine &line,
+                                               const std::stop_token &stop);
+    [[nodiscard]] FeedResult feedSheet(ScanSession &session, PageLine &line,
+                                       const std::stop_token &stop);
+    [[nodiscard]] PageOutcome finished(QImage sheet, const CaptureSettings &settings) const;
     void finish(const std::optional<Fault> &fault);
 
     const Command &m_command;

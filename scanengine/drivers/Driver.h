@@ -2,6 +2,7 @@
 
 #include "scanengine/Protocol.h"
 #include "scanengine/Result.h"
+#include "scanengine/drivers/PaperSource.h"
 #include "scanengine/imaging/ColorMode.h"
 
 #include <QImage>
@@ -19,7 +20,8 @@ enum class WhenEmpty { finish, waitForPaper };
 
 /// How sheets are to be captured.
 struct CaptureSettings {
-    int dpi = 300;
+    int dpi = 300; ///< The resolution pages are to have in the end.
+    PaperSource source = PaperSource::automatic;
     /// What will be kept of the colours in the end. A device may leave out what won't be: it may
     /// capture grey for grey and for black and white.
     ColorMode colorMode = ColorMode::automatic;
@@ -35,6 +37,7 @@ struct NoPaper {};
 struct Cancelled {};
 
 using FeedResult = std::variant<SheetMoving, NoPaper, Cancelled, Fault>;
+using SheetResult = std::variant<QImage, Cancelled, Fault>;
 
 /// One device at work on one stack of paper. A side of paper that gives a page image counts as a
 /// sheet, so a two-sided feeder gives two for each leaf.
@@ -49,14 +52,17 @@ public:
     ScanSession &operator=(const ScanSession &) = delete;
 
     /// Takes in the next sheet. After a fault the session is over; after `NoPaper` it may be asked
-    /// again.
+    /// again. A device that can't tell when there is more paper answers `NoPaper` also when it is to
+    /// wait.
     [[nodiscard]] virtual FeedResult feedSheet(WhenEmpty whenEmpty,
                                                const std::stop_token &stop) = 0;
 
-    /// The image of the sheet that is moving, once, at the resolution of the settings, which the
-    /// image also states. Its format is 8-bit grey or RGB32. After a fault the session is over.
-    [[nodiscard]] virtual Result<QImage> readSheet() = 0;
+    /// The image of the sheet that is moving, once, at the resolution that it was captured in and
+    /// that it states. Its format is 8-bit grey or RGB32. After a fault the session is over.
+    [[nodiscard]] virtual SheetResult readSheet(const std::stop_token &stop) = 0;
 };
+
+using OpenResult = std::variant<std::unique_ptr<ScanSession>, Cancelled, Fault>;
 
 /// A kind of scanner. Every member may be called on several threads at once.
 class Driver {
@@ -66,12 +72,18 @@ public:
     Driver(const Driver &) = delete;
     Driver &operator=(const Driver &) = delete;
 
-    /// The devices that are there now. May take long.
-    [[nodiscard]] virtual QList<Device> devices() = 0;
+    /// Whether a device with this `id` can only be one of this driver's, there or not.
+    [[nodiscard]] virtual bool owns(const QString &id) const = 0;
+
+    /// Looks for the devices that are there now, for ten seconds at most; `stop` ends that early.
+    [[nodiscard]] virtual QList<Device> devices(const std::stop_token &stop) = 0;
+
+    /// The devices that are known without looking, at once.
+    [[nodiscard]] virtual QList<Device> knownDevices() const = 0;
 
     /// A session on the device with this `id`, or why there is none.
-    [[nodiscard]] virtual Result<std::unique_ptr<ScanSession>>
-    open(const QString &id, const CaptureSettings &settings) = 0;
+    [[nodiscard]] virtual OpenResult open(const QString &id, const CaptureSettings &settings,
+                                          const std::stop_token &stop) = 0;
 };
 
 } // namespace scanengine

@@ -8,28 +8,40 @@ DriverList::DriverList(std::vector<std::unique_ptr<Driver>> drivers) : m_drivers
 {
 }
 
-QList<Device> DriverList::devices() const
+QList<Device> DriverList::devices(const std::stop_token &stop) const
 {
     QList<Device> all;
     for (const auto &driver : m_drivers)
-        all += driver->devices();
+        all += driver->devices(stop);
     return all;
 }
 
-Result<std::unique_ptr<ScanSession>> DriverList::open(const std::optional<QString> &id,
-                                                      const CaptureSettings &settings) const
+QList<Device> DriverList::knownDevices() const
 {
-    const bool anyDevice = !id || id->isEmpty();
-    for (const auto &driver : m_drivers) {
-        for (const Device &device : driver->devices()) {
-            if (anyDevice || device.id == *id)
-                return driver->open(device.id, settings);
+    QList<Device> all;
+    for (const auto &driver : m_drivers)
+        all += driver->knownDevices();
+    return all;
+}
+
+OpenResult DriverList::open(const std::optional<QString> &id, const CaptureSettings &settings,
+                            const std::stop_token &stop) const
+{
+    if (id && !id->isEmpty()) {
+        for (const auto &driver : m_drivers) {
+            if (driver->owns(*id))
+                return driver->open(*id, settings, stop);
         }
+        return Fault{QStringLiteral("That scanner is no longer there. Look for scanners again.")};
     }
-    if (anyDevice)
-        return Fault{
-            QStringLiteral("No scanner was found. Connect one and look for scanners again.")};
-    return Fault{QStringLiteral("That scanner is no longer there. Look for scanners again.")};
+    for (const auto &driver : m_drivers) {
+        QList<Device> devices = driver->knownDevices();
+        if (devices.isEmpty())
+            devices = driver->devices(stop);
+        if (!devices.isEmpty())
+            return driver->open(devices.front().id, settings, stop);
+    }
+    return Fault{QStringLiteral("No scanner was found. Connect one and look for scanners again.")};
 }
 
 } // namespace scanengine

@@ -14,13 +14,17 @@ class DriverList {
 public:
     explicit DriverList(std::vector<std::unique_ptr<Driver>> drivers);
 
-    /// The devices of every driver, in the order of the drivers. May take long.
-    [[nodiscard]] QList<Device> devices() const;
+    /// The devices of every driver, in the order of the drivers. May take ten seconds; `stop` ends
+    /// that early.
+    [[nodiscard]] QList<Device> devices(const std::stop_token &stop) const;
+
+    /// The devices that are known without looking, at once.
+    [[nodiscard]] QList<Device> knownDevices() const;
 
     /// A session on the device with this id, on the first device when `id` is absent or empty, or
     /// why there is none.
-    [[nodiscard]] Result<std::unique_ptr<ScanSession>> open(const std::optional<QString> &id,
-                                                            const CaptureSettings &settings) const;
+    [[nodiscard]] OpenResult open(const std::optional<QString> &id, const CaptureSettings &settings,
+                                  const std::stop_token &stop) const;
 
 private:
     std::vector<std::unique_ptr<Driver>> m_drivers;

@@ -32,7 +32,17 @@ FeederDriver::FeederDriver(const QStringList &folders)
     }
 }
 
-QList<Device> FeederDriver::devices()
+bool FeederDriver::owns(const QString &id) const
+{
+    return id.startsWith(idOf(QString()));
+}
+
+QList<Device> FeederDriver::devices(const std::stop_token &)
+{
+    return knownDevices();
+}
+
+QList<Device> FeederDriver::knownDevices() const
 {
     QList<Device> devices;
     for (const QString &folder : presentFolders())
@@ -40,8 +50,8 @@ QList<Device> FeederDriver::devices()
     return devices;
 }
 
-Result<std::unique_ptr<ScanSession>> FeederDriver::open(const QString &id,
-                                                        const CaptureSettings &settings)
+OpenResult FeederDriver::open(const QString &id, const CaptureSettings &settings,
+                              const std::stop_token &)
 {
     for (const QString &folder : presentFolders()) {
         if (idOf(folder) != id)
@@ -51,7 +61,7 @@ Result<std::unique_ptr<ScanSession>> FeederDriver::open(const QString &id,
             return Fault{QStringLiteral("Scans can't be saved in the feeder's own folder \"%1\". "
                                         "Choose another folder for them.")
                              .arg(folder)};
-        return std::unique_ptr<ScanSession>(std::make_unique<FeederSession>(folder, settings));
+        return std::make_unique<FeederSession>(folder, settings);
     }
     return Fault{
         QStringLiteral("That feeder's folder is no longer there. Look for scanners again.")};

@@ -20,12 +20,15 @@ public:
     /// `folders` are the trays; an empty entry or one given twice adds nothing.
     explicit FeederDriver(const QStringList &folders);
 
+    [[nodiscard]] bool owns(const QString &id) const override;
+
     /// A tray is listed only while its folder exists.
-    [[nodiscard]] QList<Device> devices() override;
+    [[nodiscard]] QList<Device> devices(const std::stop_token &stop) override;
+    [[nodiscard]] QList<Device> knownDevices() const override;
 
     /// Refuses a tray that is the output folder of the settings: it would feed on its own pages.
-    [[nodiscard]] Result<std::unique_ptr<ScanSession>>
-    open(const QString &id, const CaptureSettings &settings) override;
+    [[nodiscard]] OpenResult open(const QString &id, const CaptureSettings &settings,
+                                  const std::stop_token &stop) override;
 
 private:
     [[nodiscard]] QStringList presentFolders() const;

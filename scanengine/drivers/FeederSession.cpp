@@ -1,11 +1,9 @@
 #include "scanengine/drivers/FeederSession.h"
 
+#include "scanengine/drivers/Pause.h"
 #include "scanengine/imaging/ImageFile.h"
-#include "scanengine/imaging/Resample.h"
 
 #include <chrono>
-#include <condition_variable>
-#include <mutex>
 
 namespace scanengine {
 namespace {
@@ -15,15 +13,6 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds lookEvery{100};
 /// A file that nobody wrote to for this long is complete.
 constexpr std::chrono::milliseconds restOfCompleteFile{1000};
-
-/// Lets `lookEvery` pass, or less if the job is told to stop.
-void pause(const std::stop_token &stop)
-{
-    std::mutex mutex;
-    std::condition_variable_any never;
-    std::unique_lock lock(mutex);
-    never.wait_for(lock, stop, lookEvery, [] { return false; });
-}
 
 bool wasLeftAlone(const PaperFile &file)
 {
@@ -45,7 +34,7 @@ std::optional<PaperFile> settled(PaperFile file, const std::stop_token &stop)
         file = *current;
         if (wasLeftAlone(file) || Clock::now() - changed >= restOfCompleteFile)
             return file;
-        pause(stop);
+        pauseFor(lookEvery, stop);
     }
     return std::nullopt;
 }
@@ -77,7 +66,7 @@ FeedResult FeederSession::feedSheet(WhenEmpty whenEmpty, const std::stop_token &
         }
         if (whenEmpty == WhenEmpty::finish)
             return NoPaper{};
-        pause(stop);
+        pauseFor(lookEvery, stop);
         m_isFolderReadable = m_tray.reload();
     }
     return Cancelled{};
@@ -92,20 +81,15 @@ FeedResult FeederSession::feedFile(const PaperFile &file)
     return SheetMoving{};
 }
 
-Result<QImage> FeederSession::readSheet()
+SheetResult FeederSession::readSheet(const std::stop_token &)
 {
     Result<QImage> page = readPage(m_file->path, m_file->page);
-    if (faultOf(page))
-        return page;
+    if (const Fault *fault = faultOf(page))
+        return *fault;
     QImage image = std::get<QImage>(std::move(page));
     if (m_settings.colorMode == ColorMode::gray || m_settings.colorMode == ColorMode::blackWhite)
         image.convertTo(QImage::Format_Grayscale8);
-    const auto resampled = atResolution(image, m_settings.dpi);
-    if (!resampled)
-        return Fault{QStringLiteral("The page is too large to scan at %1 dpi. Choose a lower "
-                                    "resolution.")
-                         .arg(m_settings.dpi)};
-    return *resampled;
+    return image;
 }
 
 } // namespace scanengine

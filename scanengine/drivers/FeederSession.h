@@ -16,7 +16,7 @@ public:
     FeederSession(const QString &folder, const CaptureSettings &settings);
 
     [[nodiscard]] FeedResult feedSheet(WhenEmpty whenEmpty, const std::stop_token &stop) override;
-    [[nodiscard]] Result<QImage> readSheet() override;
+    [[nodiscard]] SheetResult readSheet(const std::stop_token &stop) override;
 
 private:
     /// A file of which some pages may be left to feed.
