@@ -55,8 +55,8 @@ Result<QString> captureSample(const Command &command, const DriverList &drivers,
         return *fault;
     if (std::holds_alternative<Cancelled>(opened))
         return stopped();
-    const auto sheet = captureSheet(*std::get<std::unique_ptr<ScanSession>>(opened),
-                                    captureSettings.dpi, stop);
+    const auto sheet =
+        captureSheet(*std::get<std::unique_ptr<ScanSession>>(opened), captureSettings.dpi, stop);
     if (const Fault *fault = faultOf(sheet))
         return *fault;
     QString path = QDir(captureSettings.outputFolder).filePath(sampleName);

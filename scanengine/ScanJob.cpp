@@ -51,17 +51,19 @@ std::optional<Fault> ScanJob::scan(const std::stop_token &stop)
     // A page that can't be saved stops the capture, just as the command "cancel" does.
     std::stop_source halt;
     const std::stop_callback haltWhenStopped(stop, [&halt] { halt.request_stop(); });
-    PageLine line(
-        m_pages, [&](QImage sheet) { return finished(std::move(sheet), captureSettings); },
-        {[this](qsizetype number) { m_output.write(event::page(number)); },
-         [&halt] { halt.request_stop(); }});
+    PageLine line(m_pages,
+                  [&](QImage sheet) { return finished(std::move(sheet), captureSettings); },
+                  {[this](qsizetype number) { m_output.write(event::page(number)); },
+                   [&halt] {
+                       halt.request_stop();
+                   }});
     auto &session = std::get<std::unique_ptr<ScanSession>>(opened);
     const auto captureFault = capture(*session, line, halt.get_token());
     session.reset();
     const auto lineFault = line.drain();
     if (line.blankPages() > 0)
-        m_output.write(event::status(QStringLiteral("Blank pages left out: %1.")
-                                         .arg(line.blankPages())));
+        m_output.write(
+            event::status(QStringLiteral("Blank pages left out: %1.").arg(line.blankPages())));
     return lineFault ? lineFault : captureFault;
 }
 

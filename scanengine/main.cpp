@@ -61,9 +61,9 @@ std::optional<int> heedArguments()
     }
     const auto &arguments = std::get<Arguments>(parsed);
     if (arguments.wantsHelp || arguments.wantsVersion) {
-        std::fputs(qPrintable(arguments.wantsHelp ? usageText()
-                                                  : QStringLiteral(SCANENGINE_VERSION "\n")),
-                   stdout);
+        std::fputs(
+            qPrintable(arguments.wantsHelp ? usageText() : QStringLiteral(SCANENGINE_VERSION "\n")),
+            stdout);
         return EXIT_SUCCESS;
     }
     if (!arguments.logFile.isEmpty() && !logTo(arguments.logFile)) {

@@ -1,9 +1,11 @@
 #include <QCoreApplication>
 #include <gmock/gmock.h>
 
-// Every test program runs with an event loop to hand, as signals and timers need one.
+// Every test program runs with an event loop to hand, as signals and timers need one, and without
+// the scanners that this computer may have.
 int main(int argc, char **argv)
 {
+    qputenv("SANE_CONFIG_DIR", "/none");
     const QCoreApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("VelmorTests"));
     testing::InitGoogleMock(&argc, argv);

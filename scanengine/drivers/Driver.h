@@ -52,8 +52,8 @@ public:
     ScanSession &operator=(const ScanSession &) = delete;
 
     /// Takes in the next sheet. After a fault the session is over; after `NoPaper` it may be asked
-    /// again. A device that can't tell when there is more paper answers `NoPaper` also when it is to
-    /// wait.
+    /// again. A device that can't tell when there is more paper answers `NoPaper` also when it is
+    /// to wait.
     [[nodiscard]] virtual FeedResult feedSheet(WhenEmpty whenEmpty,
                                                const std::stop_token &stop) = 0;
 

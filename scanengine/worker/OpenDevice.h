@@ -2,10 +2,9 @@
 
 #include "scanengine/drivers/sane/WorkerMessages.h"
 
-#include <sane/sane.h>
-
 #include <atomic>
 #include <mutex>
+#include <sane/sane.h>
 
 namespace scanengine {
 

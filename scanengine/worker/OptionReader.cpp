@@ -55,8 +55,9 @@ SaneConstraint constraintOf(const SANE_Option_Descriptor &descriptor)
 
 bool isDescribedSensibly(const SANE_Option_Descriptor *descriptor)
 {
-    return descriptor && descriptor->type >= SANE_TYPE_BOOL && descriptor->type <= SANE_TYPE_GROUP &&
-           descriptor->size >= 0 && descriptor->size <= mostValueBytes;
+    return descriptor && descriptor->type >= SANE_TYPE_BOOL &&
+           descriptor->type <= SANE_TYPE_GROUP && descriptor->size >= 0 &&
+           descriptor->size <= mostValueBytes;
 }
 
 SaneOption described(int index, const SANE_Option_Descriptor &descriptor)
@@ -161,8 +162,8 @@ SetResult writeValue(SANE_Handle device, const SaneSetting &setting)
     if (value.empty())
         return {SANE_STATUS_INVAL, false};
     SANE_Int info = 0;
-    const SANE_Status status = sane_control_option(device, setting.index, SANE_ACTION_SET_VALUE,
-                                                   value.data(), &info);
+    const SANE_Status status =
+        sane_control_option(device, setting.index, SANE_ACTION_SET_VALUE, value.data(), &info);
     return {status, (info & SANE_INFO_RELOAD_OPTIONS) != 0};
 }
 

@@ -5,6 +5,7 @@
 #include <QBuffer>
 #include <QColor>
 #include <QImage>
+#include <QPainter>
 #include <QSemaphore>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -19,16 +20,32 @@ enum HttpStatus { ok = 200, created = 201, notFound = 404, conflict = 409, unava
 const QString jobsPath = QStringLiteral("/eSCL/ScanJobs");
 const QString platen = QStringLiteral("Platen");
 
+/// Rows of words in the upper third of the page, in black: no page is blank.
+void drawWords(QImage &page)
+{
+    constexpr int rows = 12;
+    constexpr int words = 8;
+    QPainter painter(&page);
+    const int rowHeight = page.height() / 3 / (rows + 2);
+    const int wordWidth = page.width() / (words + 2);
+    for (int row = 1; row <= rows; ++row) {
+        for (int word = 1; word <= words; ++word)
+            painter.fillRect(word * wordWidth, row * rowHeight, wordWidth * 3 / 4, rowHeight / 3,
+                             Qt::black);
+    }
+}
+
 QByteArray jpegPage(QSize pixels, int level, int dpi, QImage::Format format)
 {
-    QImage page(pixels, format);
+    QImage page(pixels, QImage::Format_RGB32);
     page.fill(QColor(level, level, level));
+    drawWords(page);
     page.setDotsPerMeterX(qRound(dpi / 0.0254));
     page.setDotsPerMeterY(page.dotsPerMeterX());
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
-    page.save(&buffer, "jpeg");
+    page.convertToFormat(format).save(&buffer, "jpeg");
     return bytes;
 }
 
@@ -106,8 +123,8 @@ int EsclScanner::openJobs() const
 
 int EsclScanner::level(int number)
 {
-    constexpr int first = 40;
-    constexpr int step = 25;
+    constexpr int first = 135;
+    constexpr int step = 15;
     constexpr int levels = 8;
     return first + step * ((number - 1) % levels);
 }

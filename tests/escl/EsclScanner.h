@@ -36,9 +36,9 @@ struct EsclSetup {
 /// A network scanner that speaks eSCL at a port of its own on this computer: a flatbed of A4 and a
 /// feeder, 75 to 600 dpi, JPEG.
 ///
-/// Page n of all that it scans is of one grey, `level(n)`, so that a test can tell pages apart. It
-/// serves on a thread of its own from its construction to its end; every member may be called on
-/// any thread.
+/// Page n of all that it scans has words on a paper of one grey, `level(n)`, so that a test can
+/// tell pages apart by the middle of the page. It serves on a thread of its own from its
+/// construction to its end; every member may be called on any thread.
 class EsclScanner {
 public:
     explicit EsclScanner(const EsclSetup &setup);
@@ -57,7 +57,7 @@ public:
     /// Jobs that were neither deleted nor run to their end.
     [[nodiscard]] int openJobs() const;
 
-    /// The grey of page `number` from 1, 0 to 255.
+    /// The paper of page `number` from 1, from 0 for black to 255.
     [[nodiscard]] static int level(int number);
 
 private:

@@ -1,13 +1,14 @@
 #include "EngineProcess.h"
 
 #include <QJsonDocument>
-#include <QProcessEnvironment>
 #include <gtest/gtest.h>
 
 namespace scanengine {
 namespace {
 
 constexpr int patienceMilliseconds = 30'000;
+
+} // namespace
 
 QString inShort(const QJsonObject &event)
 {
@@ -19,11 +20,10 @@ QString inShort(const QJsonObject &event)
     return text;
 }
 
-} // namespace
-
-EngineProcess::EngineProcess(const QStringList &feeders)
+EngineProcess::EngineProcess(const QStringList &feeders, const QProcessEnvironment &more)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(more);
     environment.insert(QStringLiteral("SCANENGINE_FEEDER"), feeders.join(u':'));
     m_process.setProcessEnvironment(environment);
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);

@@ -70,9 +70,9 @@ QStringList configuredBackends(const QStringList &folders)
 
 QStringList scannerBackends(const QStringList &configured)
 {
-    static const QStringList cameras{QStringLiteral("v4l"),    QStringLiteral("gphoto2"),
-                                     QStringLiteral("dc210"),  QStringLiteral("dc240"),
-                                     QStringLiteral("dc25"),   QStringLiteral("qcam"),
+    static const QStringList cameras{QStringLiteral("v4l"),   QStringLiteral("gphoto2"),
+                                     QStringLiteral("dc210"), QStringLiteral("dc240"),
+                                     QStringLiteral("dc25"),  QStringLiteral("qcam"),
                                      QStringLiteral("stv680")};
     const bool hasAirscan = configured.contains(QStringLiteral("airscan"));
     QStringList backends;
@@ -95,8 +95,7 @@ QString backendOf(const QString &deviceName)
 }
 
 OneBackendConfig::OneBackendConfig(const QString &setting)
-    : m_folder(std::make_unique<QTemporaryDir>()),
-      m_setting(m_folder->path() + u':' + setting)
+    : m_folder(std::make_unique<QTemporaryDir>()), m_setting(m_folder->path() + u':' + setting)
 {
     // Beside the empty folder SANE looks into no other one for further backends.
     QDir(m_folder->path()).mkdir(extraFolder);

@@ -34,8 +34,8 @@ WorkerLaunch SaneDriver::usualLaunch(const SaneLimits &limits)
     WorkerLaunch launch;
     launch.environment = QProcessEnvironment::systemEnvironment();
     const QDir folder(QCoreApplication::applicationDirPath());
-    launch.program = launch.environment.value(
-        QStringLiteral("SCANENGINE_WORKER"), folder.filePath(QStringLiteral("velmor-scanworker")));
+    launch.program = launch.environment.value(QStringLiteral("SCANENGINE_WORKER"),
+                                              folder.filePath(QStringLiteral("velmor-scanworker")));
     launch.memoryLimit = limits.workerMemory;
     return launch;
 }

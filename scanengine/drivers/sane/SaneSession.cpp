@@ -27,8 +27,7 @@ bool isPressed(const SaneOption &button)
 } // namespace
 
 SaneSession::SaneSession(std::unique_ptr<SaneWorker> worker, SaneOptions options,
-                         const CaptureSettings &settings, const SaneLimits &limits,
-                         Release release)
+                         const CaptureSettings &settings, const SaneLimits &limits, Release release)
     : m_worker(std::move(worker)), m_options(std::move(options)),
       m_wish{settings.source, settings.dpi, settings.colorMode}, m_limits(limits),
       m_release(std::move(release)), m_plan(m_wish)

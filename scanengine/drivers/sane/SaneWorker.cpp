@@ -49,8 +49,7 @@ SaneWorker::SaneWorker(std::unique_ptr<WorkerProcess> process) : m_process(std::
 
 bool SaneWorker::send(const WorkerRequest &request, const WorkerStep &step)
 {
-    return m_process &&
-           m_process->socket().send(encode(request), QDeadlineTimer(step.limit));
+    return m_process && m_process->socket().send(encode(request), QDeadlineTimer(step.limit));
 }
 
 Reply<WorkerAnswer> SaneWorker::receive(const WorkerStep &step, const std::stop_token &stop)
