@@ -52,28 +52,33 @@ void PageLine::finishSheet(QImage sheet)
     } catch (const std::bad_alloc &) {
         // Then the sentence above is the outcome.
     }
-    if (const Fault *fault = faultOf(outcome))
-        fail(*fault);
-    auto *page = std::get_if<QImage>(&outcome);
-    auto save = [this, image = page ? std::move(*page) : QImage()](const std::stop_token &) {
-        savePage(image);
+    // Faults too take their turn behind the pages that are to be saved.
+    auto save = [this, settled = std::move(outcome)](const std::stop_token &) {
+        settle(settled);
     };
-    if (page && m_saving.add(std::move(save), TaskQueue::Cancelling::ignored))
-        return;
-    if (std::holds_alternative<BlankPage>(outcome))
-        ++m_blankPages;
+    if (!m_saving.add(std::move(save), TaskQueue::Cancelling::ignored))
+        leave();
+}
+
+void PageLine::settle(const PageOutcome &outcome)
+{
+    if (!hasFailed()) {
+        if (const Fault *fault = faultOf(outcome))
+            fail(*fault);
+        else if (const auto *page = std::get_if<QImage>(&outcome))
+            save(*page);
+        else
+            ++m_blankPages;
+    }
     leave();
 }
 
-void PageLine::savePage(const QImage &page)
+void PageLine::save(const QImage &page)
 {
-    if (!hasFailed()) {
-        if (const auto fault = m_files.save(page))
-            fail(*fault);
-        else
-            m_events.saved(m_files.paths().size());
-    }
-    leave();
+    if (const auto fault = m_files.save(page))
+        fail(*fault);
+    else
+        m_events.saved(m_files.paths().size());
 }
 
 void PageLine::leave()
@@ -87,8 +92,6 @@ void PageLine::fail(const Fault &fault)
 {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_fault)
-            return;
         m_fault = fault;
     }
     m_events.failed();

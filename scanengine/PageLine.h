@@ -55,7 +55,8 @@ public:
 
 private:
     void finishSheet(QImage sheet);
-    void savePage(const QImage &page);
+    void settle(const PageOutcome &outcome);
+    void save(const QImage &page);
     void leave();
     void fail(const Fault &fault);
     [[nodiscard]] bool hasFailed();

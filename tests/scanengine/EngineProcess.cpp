@@ -20,6 +20,8 @@ QString inShort(const QJsonObject &event)
     return text;
 }
 
+} // namespace
+
 EngineProcess::EngineProcess(const QStringList &feeders, const QProcessEnvironment &more)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

@@ -15,7 +15,7 @@ namespace scanengine {
 namespace {
 
 /// Once diagnosis is wanted, how much a backend is to tell: calls and states, but no data.
-constexpr char debugLevel[] = "5";
+constexpr char debugLevel[] = "4";
 
 } // namespace
 
@@ -107,7 +107,8 @@ SaneDriver::Attempt SaneDriver::openScanner(const SaneScanner &scanner,
                                             const std::stop_token &stop)
 {
     const QString backend = backendOf(scanner.saneName);
-    if (!m_known.occupy(backend, m_limits.open, stop))
+    // It may be in the middle of its search, or just be letting a device go.
+    if (!m_known.occupy(backend, m_limits.backendSearch + m_limits.release, stop))
         return {stop.stop_requested() ? OpenResult(Cancelled{})
                                       : OpenResult(Fault{statusText(SaneStatus::deviceBusy)})};
     auto vacate = qScopeGuard([&] { m_known.vacate(backend); });

@@ -2,11 +2,16 @@
 
 #include "scanengine/Log.h"
 
+#include <algorithm>
+#include <functional>
 #include <sys/eventfd.h>
 #include <unistd.h>
 
 namespace scanengine {
 namespace {
+
+/// For a worker that hangs: it may still get its device to come to rest.
+constexpr std::chrono::milliseconds patienceWithHanging{3'000};
 
 /// A descriptor that has something to read once a stop was requested.
 class StopDescriptor {
@@ -63,6 +68,7 @@ Reply<WorkerAnswer> SaneWorker::receive(const WorkerStep &step, const std::stop_
         return Cancelled{};
     if (std::holds_alternative<FrameSocket::TooLate>(received)) {
         qCWarning(logging) << "The worker hangs, after" << step.limit.count() << "ms";
+        m_hangs = true;
         return step.overrun;
     }
     const auto *frame = std::get_if<QByteArray>(&received);
@@ -76,7 +82,8 @@ Reply<WorkerAnswer> SaneWorker::receive(const WorkerStep &step, const std::stop_
 
 void SaneWorker::end(std::chrono::milliseconds patience)
 {
-    if (m_process && !m_process->end(patience))
+    const auto granted = m_hangs ? std::min(patience, patienceWithHanging) : patience;
+    if (m_process && !m_process->end(granted))
         qCWarning(logging) << "The worker did not end by itself and is killed";
     m_process.reset();
 }

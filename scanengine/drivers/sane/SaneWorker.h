@@ -52,7 +52,8 @@ public:
     /// Waits for the next answer, until `stop` at most.
     [[nodiscard]] Reply<WorkerAnswer> receive(const WorkerStep &step, const std::stop_token &stop);
 
-    /// Has the worker break off what it does, let its device go and end; kills it after `patience`.
+    /// Has the worker break off what it does, let its device go and end; kills it after `patience`,
+    /// and sooner if it hangs already.
     void end(std::chrono::milliseconds patience);
 
 private:
@@ -61,6 +62,7 @@ private:
     [[nodiscard]] bool send(const WorkerRequest &request, const WorkerStep &step);
 
     std::unique_ptr<WorkerProcess> m_process; ///< Null once it has ended.
+    bool m_hangs = false;
 };
 
 } // namespace scanengine
