@@ -225,7 +225,7 @@ QByteArray EsclScanner::status() const
 {
     QByteArray feeder = m_sheets > 0 ? "ScannerAdfLoaded" : "ScannerAdfEmpty";
     if (m_isTripped)
-        feeder = m_setup.fault == EsclFault::jam ? "ScannerAdfJam" : "ScannerAdfHatchOpen";
+        feeder = m_setup.fault == EsclFault::jam ? "ScannerAdfJam" : "ScannerAdfDoorOpen";
     return statusDocument(m_setup.fault == EsclFault::busy ? "Processing" : "Idle",
                           m_setup.hasFeeder ? feeder : QByteArray());
 }

@@ -1,4 +1,4 @@
-#include "SaneFolder.h"
+#include "tests/scanners/SaneFolder.h"
 
 #include <QDir>
 #include <QFile>

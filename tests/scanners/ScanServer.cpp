@@ -1,4 +1,4 @@
-#include "ScanServer.h"
+#include "tests/scanners/ScanServer.h"
 
 #include "tests/Waiting.h"
 

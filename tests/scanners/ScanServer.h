@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SaneFolder.h"
+#include "tests/scanners/SaneFolder.h"
 
 #include <QProcess>
 

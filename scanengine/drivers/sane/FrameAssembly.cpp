@@ -60,38 +60,34 @@ uchar from16Bits(const uchar *sample)
     return uchar((value * 0xffU + half) / 0xffffU);
 }
 
-/// Reads the samples of one line as 8 bits, 0 for none of the light.
-class Samples {
-public:
-    Samples(const FrameParameters &frame, const uchar *line) : m_frame(frame), m_line(line) {}
-
-    [[nodiscard]] uchar at(int pixel, int channel) const
-    {
-        const int channels = channelsOf(m_frame.format);
-        const qsizetype sample = qsizetype(pixel) * channels + channel;
-        switch (m_frame.depth) {
-        case 1:
-            return bitAt(pixel, channel, channels);
-        case 16:
-            return from16Bits(m_line + 2 * sample);
-        default:
-            return m_line[sample];
-        }
+/// Writes one line of a page. `light(x, channel)` is how much of the light a pixel shows, 0 to 255;
+/// a pass of one colour adds to what the passes before it left.
+template <typename Light> void writePixels(FrameFormat format, int width, uchar *line, Light light)
+{
+    auto *pixels = reinterpret_cast<QRgb *>(line);
+    switch (format) {
+    case FrameFormat::gray:
+        for (int x = 0; x < width; ++x)
+            line[x] = light(x, 0);
+        break;
+    case FrameFormat::rgb:
+        for (int x = 0; x < width; ++x)
+            pixels[x] = qRgb(light(x, 0), light(x, 1), light(x, 2));
+        break;
+    case FrameFormat::red:
+        for (int x = 0; x < width; ++x)
+            pixels[x] |= qRgb(light(x, 0), 0, 0);
+        break;
+    case FrameFormat::green:
+        for (int x = 0; x < width; ++x)
+            pixels[x] |= qRgb(0, light(x, 0), 0);
+        break;
+    case FrameFormat::blue:
+        for (int x = 0; x < width; ++x)
+            pixels[x] |= qRgb(0, 0, light(x, 0));
+        break;
     }
-
-private:
-    /// Eight pixels of one channel share a byte, the first in the highest bit. A set bit is black
-    /// in a line of grey, and light in one of colours.
-    [[nodiscard]] uchar bitAt(int pixel, int channel, int channels) const
-    {
-        const uchar byte = m_line[qsizetype(pixel / 8) * channels + channel];
-        const bool isSet = (byte >> (7 - pixel % 8)) & 1;
-        return isSet == (m_frame.format == FrameFormat::gray) ? 0x00 : 0xff;
-    }
-
-    const FrameParameters &m_frame;
-    const uchar *m_line;
-};
+}
 
 } // namespace
 
@@ -144,7 +140,7 @@ std::optional<Fault> FrameAssembly::append(QByteArrayView data)
         if (m_line == m_image.height())
             return std::nullopt;
         writeLine(reinterpret_cast<const uchar *>(isWhole ? piece.data() : m_partial.constData()));
-        m_partial.clear();
+        m_partial.resize(0); // Keeps its memory for the next line.
         ++m_line;
     }
     return std::nullopt;
@@ -194,31 +190,28 @@ std::optional<Fault> FrameAssembly::makeRoom()
 
 void FrameAssembly::writeLine(const uchar *line)
 {
-    const Samples samples(m_frame, line);
+    const int channels = channelsOf(m_frame.format);
     const int width = m_image.width();
-    uchar *bytes = m_image.scanLine(m_line);
-    auto *pixels = reinterpret_cast<QRgb *>(bytes);
-    switch (m_frame.format) {
-    case FrameFormat::gray:
-        for (int x = 0; x < width; ++x)
-            bytes[x] = samples.at(x, 0);
+    uchar *pixels = m_image.scanLine(m_line);
+    switch (m_frame.depth) {
+    case 1: {
+        // Eight pixels of one channel share a byte, the first in the highest bit. A set bit is
+        // black in a line of grey, and light in one of colours.
+        const int setBit = m_frame.format == FrameFormat::gray ? 0x00 : 0xff;
+        writePixels(m_frame.format, width, pixels, [=](int x, int channel) {
+            const uchar byte = line[qsizetype(x / 8) * channels + channel];
+            return uchar((byte >> (7 - x % 8)) & 1 ? setBit : 0xff - setBit);
+        });
         break;
-    case FrameFormat::rgb:
-        for (int x = 0; x < width; ++x)
-            pixels[x] = qRgb(samples.at(x, 0), samples.at(x, 1), samples.at(x, 2));
+    }
+    case 16:
+        writePixels(m_frame.format, width, pixels, [=](int x, int channel) {
+            return from16Bits(line + 2 * (qsizetype(x) * channels + channel));
+        });
         break;
-    case FrameFormat::red:
-        for (int x = 0; x < width; ++x)
-            pixels[x] |= qRgb(samples.at(x, 0), 0, 0);
-        break;
-    case FrameFormat::green:
-        for (int x = 0; x < width; ++x)
-            pixels[x] |= qRgb(0, samples.at(x, 0), 0);
-        break;
-    case FrameFormat::blue:
-        for (int x = 0; x < width; ++x)
-            pixels[x] |= qRgb(0, 0, samples.at(x, 0));
-        break;
+    default:
+        writePixels(m_frame.format, width, pixels,
+                    [=](int x, int channel) { return line[qsizetype(x) * channels + channel]; });
     }
 }
 

@@ -18,12 +18,6 @@ FeedResult asFeedResult(const std::variant<NoPaper, Cancelled, Fault> &obstacle)
     return std::visit([](const auto &alternative) -> FeedResult { return alternative; }, obstacle);
 }
 
-bool isPressed(const SaneOption &button)
-{
-    const auto *flag = std::get_if<bool>(&button.value);
-    return flag ? *flag : numberOf(button.value, 0) > 0;
-}
-
 } // namespace
 
 SaneSession::SaneSession(std::unique_ptr<SaneWorker> worker, SaneOptions options,
@@ -189,8 +183,7 @@ std::optional<SaneSession::Obstacle> SaneSession::waitForPaper(const std::stop_t
             return obstacle;
         if (hasSensor && feederHoldsPaper(m_options).value_or(true))
             return std::nullopt;
-        const SaneOption *button = scanButton(m_options);
-        if (hasButton && button && isPressed(*button))
+        if (hasButton && isScanButtonPressed(m_options))
             return std::nullopt;
     }
 }

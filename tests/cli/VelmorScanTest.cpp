@@ -1,9 +1,9 @@
-#include "SaneFolder.h"
-#include "ScanServer.h"
 #include "pipeline/PdfDocument.h"
 #include "tests/Printers.h"
 #include "tests/Waiting.h"
 #include "tests/escl/EsclScanner.h"
+#include "tests/scanners/SaneFolder.h"
+#include "tests/scanners/ScanServer.h"
 
 #include <QFile>
 #include <QProcess>
@@ -48,10 +48,10 @@ protected:
 TEST_F(VelmorScanTest, APdfComesFromEveryKindOfScanner)
 {
     const EsclScanner network({.sheets = 2});
-    const ScanServer server("number_of_devices 1\n");
+    const ScanServer server("number_of_devices 1\ntest-picture \"Grid\"\n");
     const SaneFolder escl("airscan", scanengine::airscanSettings(network.url()));
     const SaneFolder served("net", "connect_timeout = 5\n" + server.host().toUtf8() + '\n');
-    const SaneFolder local("test", "number_of_devices 1\n");
+    const SaneFolder local("test", "number_of_devices 1\ntest-picture \"Grid\"\n");
     const QString flatbed = QStringLiteral("flatbed");
     const struct {
         const char *what;
