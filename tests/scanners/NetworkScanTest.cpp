@@ -165,6 +165,14 @@ TEST_F(NetworkScanTest, APageThatNeverComesIsCancelledAndLeavesThoseBeforeIt)
     EXPECT_EQ(m_engine->until(QStringLiteral("done")), events("done 1"));
 }
 
+TEST_F(NetworkScanTest, AFaultBeforeTheFirstPageIsAnError)
+{
+    startWithEscl({.sheets = 1, .fault = EsclFault::jam});
+    // Whether the paper counts as started is a matter of milliseconds in sane-airscan.
+    EXPECT_EQ(eventsOf(scan()).last(),
+              QStringLiteral("error The feeder is jammed. Clear it and scan again."));
+}
+
 /// The engine with SANE's test scanner behind a scanner server.
 class ServerScanTest : public NetworkScanTest {
 protected:
@@ -229,8 +237,6 @@ INSTANTIATE_TEST_SUITE_P(
         FaultCase{"Jam", EsclFault::jam, 3,
                   "scanStarted|page 1|page 2|status The feeder is jammed. Clear it and scan again; "
                   "the 2 pages before it are saved.|done 2"},
-        FaultCase{"JamAtTheFirstPage", EsclFault::jam, 1,
-                  "scanStarted|error The feeder is jammed. Clear it and scan again."},
         FaultCase{"CoverOpen", EsclFault::coverOpen, 2,
                   "scanStarted|page 1|status The scanner's cover is open. Close it and scan again; "
                   "the page before it is saved.|done 1"},

@@ -6,6 +6,9 @@
 #include <QTcpSocket>
 #include <gtest/gtest.h>
 
+#include <csignal>
+#include <unistd.h>
+
 namespace scanengine {
 namespace {
 
@@ -40,6 +43,8 @@ ScanServer::ScanServer(const QByteArray &testSettings)
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(m_folder.environment());
     m_process.setProcessEnvironment(environment);
+    // It serves each client by a process of its own: all of them are ended as one group.
+    m_process.setChildProcessModifier([] { ::setpgid(0, 0); });
     m_process.setStandardErrorFile(QProcess::nullDevice());
     m_process.start(QStringLiteral(SANED_PROGRAM),
                     {QStringLiteral("-l"), QStringLiteral("-e"), QStringLiteral("-b"), m_host});
@@ -53,7 +58,9 @@ ScanServer::~ScanServer()
 
 void ScanServer::kill()
 {
-    m_process.kill();
+    if (m_process.state() == QProcess::NotRunning)
+        return;
+    ::kill(-pid_t(m_process.processId()), SIGKILL);
     m_process.waitForFinished();
 }
 

@@ -1,5 +1,6 @@
 #include "scanengine/drivers/sane/FrameAssembly.h"
 
+#include "scanengine/drivers/sane/StatusText.h"
 #include "scanengine/imaging/PixelLimit.h"
 
 #include <algorithm>
@@ -95,6 +96,9 @@ FrameAssembly::FrameAssembly(double xDpi, double yDpi) : m_xDpi(xDpi), m_yDpi(yD
 
 std::optional<Fault> FrameAssembly::begin(const FrameParameters &parameters)
 {
+    // SANE's net backend says so, as if all were well, when its connection has broken.
+    if (parameters.pixelsPerLine == 0 && parameters.bytesPerLine == 0)
+        return Fault{statusText(SaneStatus::ioError)};
     const bool isDepthKnown =
         parameters.depth == 1 || parameters.depth == 8 || parameters.depth == 16;
     if (!isDepthKnown || parameters.pixelsPerLine <= 0 ||
