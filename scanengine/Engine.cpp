@@ -11,8 +11,9 @@
 namespace scanengine {
 namespace {
 
-/// How long one page or one device search may take to come to its end.
-constexpr std::chrono::milliseconds patience{5000};
+/// How long one page may take to come to its end, and one device search.
+constexpr std::chrono::milliseconds jobPatience{5'000};
+constexpr std::chrono::milliseconds searchPatience{10'000};
 
 using AnswerEvent = QJsonObject (*)(const QString &file);
 
@@ -45,8 +46,8 @@ bool Engine::serve(CommandReader &input)
     } else {
         m_jobs.cancel();
     }
-    const bool areJobsOver = m_jobs.finish(patience);
-    return m_searches.finish(patience) && areJobsOver;
+    const bool areJobsOver = m_jobs.finish(jobPatience);
+    return m_searches.finish(searchPatience) && areJobsOver;
 }
 
 Engine::Ending Engine::takeCommands(CommandReader &input)

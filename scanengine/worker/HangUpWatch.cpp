@@ -11,7 +11,7 @@ namespace {
 /// Between two pieces of data a backend takes less.
 constexpr std::chrono::milliseconds timeToNotice{300};
 /// For the device to come to rest. Shorter than what the engine grants.
-constexpr time_t secondsToLeave = 12;
+constexpr time_t secondsToLeave = 8;
 
 /// Has the kernel kill this process some time from now, which no state of the process can prevent.
 void leaveBeforeLong()

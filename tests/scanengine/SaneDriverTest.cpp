@@ -2,7 +2,6 @@
 #include "TestScanners.h"
 #include "tests/Waiting.h"
 
-#include <QElapsedTimer>
 #include <gmock/gmock.h>
 
 #include <csignal>
@@ -223,6 +222,20 @@ TEST_F(SaneDriverTest, ABadBackendHidesNoOtherOneAndStaysListed)
     }
 }
 
+TEST_F(SaneDriverTest, AWorkerKilledOrStoppedInASearchCostsOneBackendAlone)
+{
+    SaneLimits limits = usualLimits;
+    limits.backendSearch = 3s;
+    for (const int signal : {SIGKILL, SIGSTOP}) {
+        useBad(limits);
+        m_scanners->setFault(QStringLiteral("hang search"));
+        auto devices = std::async(std::launch::async, [this] { return search(); });
+        ASSERT_TRUE(velmor::waitUntil([] { return !workersOf(::getpid()).isEmpty(); }));
+        EXPECT_EQ(::kill(worker(), signal), 0);
+        EXPECT_EQ(nameList(devices.get()), "frontend-tester");
+    }
+}
+
 TEST_F(SaneDriverTest, ASearchThatIsStoppedEndsThoughABackendHangs)
 {
     useBad();
@@ -309,6 +322,23 @@ TEST_F(SaneDriverTest, AWorkerKilledOrStoppedInAPageCostsThatPageAlone)
         EXPECT_EQ(messageOf(read(*session)), textOf(c.trouble));
     }
     EXPECT_TRUE(begin(id));
+}
+
+TEST_F(SaneDriverTest, AWorkerKilledOrStoppedAtTheStartIsAFault)
+{
+    SaneLimits limits = usualLimits;
+    limits.option = soon;
+    limits.start = soon;
+    use({}, {QStringLiteral("test")}, limits);
+    const QString id = idOf("tester");
+    for (const int signal : {SIGKILL, SIGSTOP}) {
+        const OpenResult opened = open(id);
+        ASSERT_TRUE(std::holds_alternative<std::unique_ptr<ScanSession>>(opened));
+        ASSERT_EQ(::kill(worker(), signal), 0);
+        const FeedResult fed = feed(*std::get<std::unique_ptr<ScanSession>>(opened));
+        EXPECT_EQ(messageOf(fed),
+                  textOf(signal == SIGKILL ? WorkerTrouble::crashed : WorkerTrouble::hungAtOpen));
+    }
 }
 
 TEST_F(SaneDriverTest, CancellingInAPageLetsTheDeviceGo)

@@ -24,7 +24,7 @@ const QJsonObject quitCommand{
     {QStringLiteral("cmd"), QStringLiteral("quit")}
 };
 
-/// The engine program with SANE's scanners. 131 lines of a page fill one buffer of the backend.
+/// The engine program with SANE's scanners.
 class SaneEngineTest : public testing::Test {
 protected:
     void start(std::initializer_list<TestScanners::Setting> settings,

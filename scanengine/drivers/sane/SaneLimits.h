@@ -23,9 +23,9 @@ struct SaneLimits {
     /// Between two pieces of a page. Slow devices calibrate or move the carriage back meanwhile.
     std::chrono::milliseconds data{60'000};
     /// For the worker to let its device go, the carriage going home included.
-    std::chrono::milliseconds release{15'000};
+    std::chrono::milliseconds release{10'000};
     /// Between two looks whether the feeder has got paper.
-    std::chrono::milliseconds paperRetry{1'500};
+    std::chrono::milliseconds paperRetry{2'000};
     /// Between two looks at a sensor or a button, which disturb a device less.
     std::chrono::milliseconds sensorRetry{400};
     /// Data of one worker in bytes: a colour page at 1200 dpi takes 420 MB, and some backends hold

@@ -13,6 +13,9 @@ namespace {
 constexpr int warmingUp = 12;
 constexpr std::chrono::milliseconds warmUpRetry{1'000};
 
+/// How much more than announced a device may send before it counts as out of its mind, in bytes.
+constexpr qint64 mostSurplus = 16 * 1024 * 1024;
+
 FeedResult asFeedResult(const std::variant<NoPaper, Cancelled, Fault> &obstacle)
 {
     return std::visit([](const auto &alternative) -> FeedResult { return alternative; }, obstacle);
@@ -213,6 +216,7 @@ std::optional<SaneSession::Obstacle> SaneSession::readFrame(FrameAssembly &assem
 {
     if (const auto fault = assembly.begin(m_frame))
         return *fault;
+    qint64 bytes = 0;
     for (;;) {
         const auto reply = m_worker->receive({m_limits.data, WorkerTrouble::hungInPage}, stop);
         if (std::holds_alternative<Cancelled>(reply) || stop.stop_requested())
@@ -223,6 +227,10 @@ std::optional<SaneSession::Obstacle> SaneSession::readFrame(FrameAssembly &assem
         if (const auto *data = std::get_if<DataAnswer>(&answer)) {
             if (const auto fault = assembly.append(data->bytes))
                 return *fault;
+            bytes += data->bytes.size();
+            const qint64 announced = qint64{m_frame.lines} * m_frame.bytesPerLine;
+            if (m_frame.lines >= 0 && bytes > announced + mostSurplus)
+                return Fault{troubleText(WorkerTrouble::hungInPage)};
             continue;
         }
         const auto *end = std::get_if<FrameEndAnswer>(&answer);
