@@ -1,6 +1,5 @@
 #include "scanengine/drivers/sane/FrameAssembly.h"
 
-#include "scanengine/drivers/sane/StatusText.h"
 #include "scanengine/imaging/PixelLimit.h"
 
 #include <algorithm>
@@ -17,10 +16,11 @@ constexpr int maxLineBytes = 64 * 1024 * 1024;
 /// How an image of unknown height grows, in lines: by half, but not by less.
 constexpr int leastGrowth = 512;
 
+/// Also what SANE's net backend makes of a connection that broke between two pages.
 Fault badFrame()
 {
-    return {QStringLiteral("The scanner sent a page that can't be read. Switch it off and on and "
-                           "scan again.")};
+    return {QStringLiteral("The scanner sent a page that can't be read. Check its cable or "
+                           "network, switch it off and on, and scan again.")};
 }
 
 Fault pageTooLarge()
@@ -96,9 +96,6 @@ FrameAssembly::FrameAssembly(double xDpi, double yDpi) : m_xDpi(xDpi), m_yDpi(yD
 
 std::optional<Fault> FrameAssembly::begin(const FrameParameters &parameters)
 {
-    // SANE's net backend says so, as if all were well, when its connection has broken.
-    if (parameters.pixelsPerLine == 0 && parameters.bytesPerLine == 0)
-        return Fault{statusText(SaneStatus::ioError)};
     const bool isDepthKnown =
         parameters.depth == 1 || parameters.depth == 8 || parameters.depth == 16;
     if (!isDepthKnown || parameters.pixelsPerLine <= 0 ||
