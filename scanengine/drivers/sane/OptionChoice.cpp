@@ -35,7 +35,7 @@ QList<double> listedNumbers(const SaneOption &option)
 }
 
 /// The least value on the steps of `range` that is not below `wanted`, within the range.
-double atLeastInRange(const SaneRange &range, double wanted)
+double notBelowInRange(const SaneRange &range, double wanted)
 {
     if (wanted <= range.minimum)
         return range.minimum;
@@ -91,10 +91,10 @@ SaneValue valueFor(const SaneOption &option, double number)
     }
 }
 
-std::optional<double> atLeast(const SaneOption &option, double wanted)
+std::optional<double> notBelow(const SaneOption &option, double wanted)
 {
     if (const auto *range = std::get_if<SaneRange>(&option.constraint))
-        return atLeastInRange(*range, wanted);
+        return notBelowInRange(*range, wanted);
     const QList<double> numbers = listedNumbers(option);
     if (numbers.isEmpty()) {
         const bool isFree = option.type == SaneType::integer || option.type == SaneType::fixed;

@@ -19,7 +19,7 @@ namespace scanengine {
 
 /// The least number that `option` allows and that is not below `wanted`; failing that its greatest.
 /// Nothing if it is no option of numbers. Words count by the number that they begin with.
-[[nodiscard]] std::optional<double> atLeast(const SaneOption &option, double wanted);
+[[nodiscard]] std::optional<double> notBelow(const SaneOption &option, double wanted);
 
 struct Limits {
     double minimum;

@@ -170,14 +170,14 @@ void addDepth(Goals &goals)
     constexpr double bits = 8;
     const SaneOption *depth = firstOption(goals.options(), depthNames);
     if (depth)
-        goals.addNumber(depth->name, atLeast(*depth, bits));
+        goals.addNumber(depth->name, notBelow(*depth, bits));
 }
 
 void addResolution(Goals &goals, int dpi)
 {
     for (const QStringView name : {u"resolution", u"x-resolution", u"y-resolution"}) {
         if (const SaneOption *option = findOption(goals.options(), name))
-            goals.addNumber(name, atLeast(*option, dpi));
+            goals.addNumber(name, notBelow(*option, dpi));
     }
 }
 
