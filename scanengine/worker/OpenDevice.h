@@ -2,7 +2,6 @@
 
 #include "scanengine/drivers/sane/WorkerMessages.h"
 
-#include <atomic>
 #include <mutex>
 #include <sane/sane.h>
 

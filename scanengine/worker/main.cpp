@@ -120,5 +120,6 @@ int main()
         std::visit(answering, *request);
     }
     watch.noticed();
+    socket.shutDown(); // after a request that makes no sense the engine is still there
     return EXIT_SUCCESS;
 }

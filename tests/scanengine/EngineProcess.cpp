@@ -20,8 +20,6 @@ QString inShort(const QJsonObject &event)
     return text;
 }
 
-} // namespace
-
 EngineProcess::EngineProcess(const QStringList &feeders, const QProcessEnvironment &more)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
