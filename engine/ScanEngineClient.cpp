@@ -72,7 +72,7 @@ std::optional<QString> ScanEngineClient::start(const EnginePlaces &places)
         return {};
     const std::optional<QString> program = findEngine(places);
     if (!program)
-        return QStringLiteral("scanengine executable not found in bundle");
+        return tr("scanengine executable not found in bundle");
     m_process->start(*program, QStringList());
     if (m_process->state() == QProcess::NotRunning)
         return m_process->errorString();

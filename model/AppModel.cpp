@@ -6,20 +6,33 @@ namespace velmor {
 
 namespace {
 
-const QString readyText = QStringLiteral("Ready to scan");
-const QString noScannerText = QStringLiteral("No scanner found");
-const QString searchingText = QStringLiteral("Looking for scanners…");
+// Functions, as the language is known only when the program runs.
+
+QString readyText()
+{
+    return AppModel::tr("Ready to scan");
+}
+
+QString noScannerText()
+{
+    return AppModel::tr("No scanner found");
+}
+
+QString searchingText()
+{
+    return AppModel::tr("Looking for scanners…");
+}
 
 } // namespace
 
 QString savedText(int pages)
 {
-    return QStringLiteral("Saved %1 page").arg(pages) +
-           (pages == 1 ? QString() : QStringLiteral("s"));
+    return pages == 1 ? AppModel::tr("Saved 1 page")
+                      : AppModel::tr("Saved %n pages", nullptr, pages);
 }
 
 AppModel::AppModel(Delays delays, QObject *parent)
-    : QObject(parent), m_statusText(readyText),
+    : QObject(parent), m_statusText(readyText()),
       m_store(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Velmor"),
               QStringLiteral("Velmor"))
 {
@@ -34,9 +47,8 @@ AppModel::AppModel(Delays delays, QObject *parent)
 
     connect(&m_engine, &ScanEngineClient::eventReceived, this, &AppModel::handle);
     connect(&m_engine, &ScanEngineClient::launchFailed, this, &AppModel::engineNotLaunched);
-    connect(&m_engine, &ScanEngineClient::ended, this, [this] {
-        Q_EMIT engineLost(QStringLiteral("The scanner engine ended unexpectedly."));
-    });
+    connect(&m_engine, &ScanEngineClient::ended, this,
+            [this] { Q_EMIT engineLost(tr("The scanner engine ended unexpectedly.")); });
 
     selectPreset(m_selectedPreset);
     restoreFolderAccess();
@@ -95,8 +107,8 @@ QString AppModel::connectionLine() const
     if (m_isScanning || m_searching)
         return m_statusText;
     if (!m_devices.isEmpty())
-        return m_devices.first().name + QStringLiteral(" connected");
-    if (m_statusText == readyText || m_statusText == noScannerText)
+        return tr("%1 connected").arg(m_devices.first().name);
+    if (m_statusText == readyText() || m_statusText == noScannerText())
         return {};
     return m_statusText;
 }
@@ -106,7 +118,7 @@ void AppModel::startEngine()
     ensureOutputFolder();
     loadResults();
     setSearching(true);
-    setStatusText(searchingText);
+    setStatusText(searchingText());
     if (const std::optional<QString> reason = m_engine.start()) {
         engineNotLaunched(*reason);
         return;
@@ -119,7 +131,7 @@ void AppModel::engineNotLaunched(const QString &reason)
 {
     m_engineRunning = false;
     setSearching(false);
-    setStatusText(QStringLiteral("Engine: ") + reason);
+    setStatusText(tr("Engine: %1").arg(reason));
     Q_EMIT engineLost(reason);
 }
 
@@ -136,7 +148,7 @@ void AppModel::refreshDevices()
         return;
     }
     setSearching(true);
-    setStatusText(searchingText);
+    setStatusText(searchingText());
     m_engine.send({.cmd = QStringLiteral("listDevices")});
 }
 
@@ -144,11 +156,11 @@ void AppModel::handle(const EngineEvent &event)
 {
     const QString &word = event.event;
     if (word == u"ready") {
-        setStatusText(readyText);
+        setStatusText(readyText());
     } else if (word == u"devices") {
         handleDevices(event);
     } else if (word == u"scanStarted") {
-        setStatusText(QStringLiteral("Scanning…"));
+        setStatusText(tr("Scanning…"));
         assign(m_lastError, std::nullopt, &AppModel::lastErrorChanged);
     } else if (word == u"status") {
         if (event.message) {
@@ -156,7 +168,7 @@ void AppModel::handle(const EngineEvent &event)
             Q_EMIT engineSpoke(*event.message);
         }
     } else if (word == u"page") {
-        setStatusText(QStringLiteral("Captured page %1…").arg(event.index.value_or(0)));
+        setStatusText(tr("Captured page %1…").arg(event.index.value_or(0)));
     } else if (word == u"done") {
         handleDone(event);
     } else if (word == u"sample") {
@@ -176,7 +188,7 @@ void AppModel::handleDevices(const EngineEvent &event)
     if (!m_selectedDeviceId && !m_devices.isEmpty())
         setSelectedDeviceId(m_devices.first().id);
     if (m_devices.isEmpty())
-        setStatusText(noScannerText);
+        setStatusText(noScannerText());
 }
 
 void AppModel::handleDone(const EngineEvent &event)
@@ -185,8 +197,8 @@ void AppModel::handleDone(const EngineEvent &event)
     const bool endsJob = m_isScanning;
     setIsScanning(false);
     if (pages <= 0) {
-        setStatusText(QStringLiteral("Nothing scanned"));
-        flash(QStringLiteral("Nothing scanned"));
+        setStatusText(tr("Nothing scanned"));
+        flash(tr("Nothing scanned"));
         loadResults();
         if (endsJob)
             Q_EMIT scanEnded({.kind = ScanOutcome::Kind::nothingScanned});
@@ -214,7 +226,7 @@ void AppModel::handleSample()
 {
     setIsScanning(false);
     setSearching(false);
-    setStatusText(QStringLiteral("Calibration ready"));
+    setStatusText(tr("Calibration ready"));
     assign(m_calibrationImage, std::nullopt, &AppModel::calibrationImageChanged);
     assign(m_calibrationSampleVersion, m_calibrationSampleVersion + 1,
            &AppModel::calibrationSampleVersionChanged);
@@ -233,9 +245,9 @@ void AppModel::handleError(const EngineEvent &event)
 {
     const bool endsJob = m_isScanning;
     setIsScanning(false);
-    QString text = event.message.value_or(QStringLiteral("Couldn't scan — try again"));
+    QString text = event.message.value_or(tr("Couldn't scan — try again"));
     if (text.contains(QLatin1String("Unknown command")))
-        text = QStringLiteral("Engine is out of date — rebuild it (build-engine.command)");
+        text = tr("Engine is out of date — rebuild it (build-engine.command)");
     setStatusText(text);
     assign(m_lastError, text, &AppModel::lastErrorChanged);
     flash(text);

@@ -7,19 +7,6 @@ namespace {
 
 const QString presetsKey = QStringLiteral("customPresets");
 
-/// `text` without the blanks at its ends; line ends are none.
-QString withoutOuterBlanks(QStringView text)
-{
-    const auto isBlank = [](QChar character) {
-        return character == u'\t' || character.category() == QChar::Separator_Space;
-    };
-    while (!text.isEmpty() && isBlank(text.front()))
-        text = text.sliced(1);
-    while (!text.isEmpty() && isBlank(text.back()))
-        text.chop(1);
-    return text.toString();
-}
-
 } // namespace
 
 void AppModel::selectPreset(DocumentType type)
@@ -39,7 +26,7 @@ void AppModel::loadPresets()
 
 void AppModel::saveCurrentAsPreset(const QString &name, PresetFolder folder)
 {
-    const QString trimmed = withoutOuterBlanks(name);
+    const QString trimmed = storedPresetName(name);
     if (trimmed.isEmpty())
         return;
     const ScanPreset preset{
@@ -59,7 +46,7 @@ void AppModel::saveCurrentAsPreset(const QString &name, PresetFolder folder)
     presets.append(preset);
     storePresets(presets);
     assign(m_activeCustomPreset, preset, &AppModel::activeCustomPresetChanged);
-    flash(QStringLiteral("Saved preset “%1”").arg(trimmed));
+    flash(tr("Saved preset “%1”").arg(trimmed));
 }
 
 void AppModel::deletePreset(const ScanPreset &preset)

@@ -52,8 +52,7 @@ void AppModel::scan()
         return;
     ensureOutputFolder();
     setIsScanning(true);
-    setStatusText(m_settings.batch ? QStringLiteral("Waiting for paper…")
-                                   : QStringLiteral("Scanning…"));
+    setStatusText(m_settings.batch ? tr("Waiting for paper…") : tr("Scanning…"));
     m_activeScanDpi = rawValue(m_settings.quality);
     m_engine.send(scanCommand());
 }
@@ -103,8 +102,7 @@ EngineCommand AppModel::scanCommand() const
 
 void AppModel::assembleScan(const QStringList &pageImages, const QString &file, int pages)
 {
-    setStatusText(m_settings.ocr ? QStringLiteral("Making text searchable…")
-                                 : QStringLiteral("Saving PDF…"));
+    setStatusText(m_settings.ocr ? tr("Making text searchable…") : tr("Saving PDF…"));
     assemble(pageImages, QUrl::fromLocalFile(file), pages, m_activeScanDpi, m_settings.ocr);
 }
 
@@ -140,15 +138,15 @@ void AppModel::finishScan(const QStringList &pageImages, const QUrl &url, int pa
 
 void AppModel::giveUpScan(const QStringList &pageImages)
 {
-    setStatusText(QStringLiteral("Couldn't save the PDF"));
-    flash(QStringLiteral("Couldn't save the PDF — page images kept in the scans folder"));
+    setStatusText(tr("Couldn't save the PDF"));
+    flash(tr("Couldn't save the PDF — page images kept in the scans folder"));
     loadResults();
     Q_EMIT scanEnded({.kind = ScanOutcome::Kind::notSaved, .pageImages = pageImages});
 }
 
 void AppModel::runVisionOcr(const QUrl &url, int pages)
 {
-    setStatusText(QStringLiteral("Making text searchable…"));
+    setStatusText(tr("Making text searchable…"));
     recognizeSaved(url, pages, rawValue(m_settings.quality));
 }
 
@@ -170,7 +168,7 @@ QCoro::Task<> AppModel::recognizeSaved(QUrl url, int pages, double dpi)
         co_return;
     endAssembly();
     setStatusText(savedText(pages));
-    const QString failure = QStringLiteral("Text recognition failed — scan saved without it");
+    const QString failure = tr("Text recognition failed — scan saved without it");
     if (!recognized)
         flash(failure);
     loadResults();

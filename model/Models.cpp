@@ -1,5 +1,6 @@
 #include "model/Models.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QHash>
 #include <QStandardPaths>
@@ -20,8 +21,8 @@ struct DocumentTypeRow {
 };
 
 constexpr DocumentTypeRow documentTypes[] = {
-    {DocumentType::document, "document", "Document", "doc.text"},
-    {DocumentType::photo,    "photo",    "Photo",    "photo"   },
+    {DocumentType::document, "document", QT_TRANSLATE_NOOP("Models", "Document"), "doc.text"},
+    {DocumentType::photo,    "photo",    QT_TRANSLATE_NOOP("Models", "Photo"),    "photo"   },
 };
 
 struct ColorModeRow {
@@ -32,10 +33,10 @@ struct ColorModeRow {
 };
 
 constexpr ColorModeRow colorModes[] = {
-    {ColorMode::automatic, "auto",      "auto",  "Auto" },
-    {ColorMode::color,     "color",     "color", "Color"},
-    {ColorMode::grayscale, "grayscale", "gray",  "Gray" },
-    {ColorMode::bw,        "bw",        "bw",    "B&W"  },
+    {ColorMode::automatic, "auto",      "auto",  QT_TRANSLATE_NOOP("Models", "Auto") },
+    {ColorMode::color,     "color",     "color", QT_TRANSLATE_NOOP("Models", "Color")},
+    {ColorMode::grayscale, "grayscale", "gray",  QT_TRANSLATE_NOOP("Models", "Gray") },
+    {ColorMode::bw,        "bw",        "bw",    QT_TRANSLATE_NOOP("Models", "B&W")  },
 };
 
 struct ScanQualityRow {
@@ -44,9 +45,9 @@ struct ScanQualityRow {
 };
 
 constexpr ScanQualityRow scanQualities[] = {
-    {ScanQuality::low,    "Low"   },
-    {ScanQuality::medium, "Medium"},
-    {ScanQuality::high,   "High"  },
+    {ScanQuality::low,    QT_TRANSLATE_NOOP("Models", "Low")   },
+    {ScanQuality::medium, QT_TRANSLATE_NOOP("Models", "Medium")},
+    {ScanQuality::high,   QT_TRANSLATE_NOOP("Models", "High")  },
 };
 
 /// What a tab decides, field by field.

@@ -130,6 +130,18 @@ ScanSettings ScanPreset::appliedTo(ScanSettings settings) const
     return settings;
 }
 
+QString storedPresetName(QStringView typed)
+{
+    const auto isBlank = [](QChar character) {
+        return character == u'\t' || character.category() == QChar::Separator_Space;
+    };
+    while (!typed.isEmpty() && isBlank(typed.front()))
+        typed = typed.sliced(1);
+    while (!typed.isEmpty() && isBlank(typed.back()))
+        typed.chop(1);
+    return typed.toString();
+}
+
 size_t qHash(const ScanPreset &preset, size_t seed) noexcept
 {
     return qHashMulti(seed, preset.id, preset.name, preset.brightness, preset.contrast,

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringView>
 #include <QUuid>
 
 #include <optional>
@@ -31,6 +32,10 @@ struct ScanPreset {
 
     bool operator==(const ScanPreset &) const = default;
 };
+
+/// `typed` as the name of a preset: without the blanks around it. Line ends are none. Empty if
+/// nothing is left to call a preset by.
+[[nodiscard]] QString storedPresetName(QStringView typed);
 
 [[nodiscard]] size_t qHash(const ScanPreset &preset, size_t seed = 0) noexcept;
 

@@ -71,17 +71,21 @@ const std::optional<QString> &PageReader::knownProblem()
 std::optional<QString> PageReader::lookForProblem()
 {
     if (!QFileInfo(m_setup.workerProgram).isExecutable())
-        return forUser(
-            "The text recognition program is missing; please reinstall the application.");
+        return forUser(QT_TRANSLATE_NOOP(
+            "TextRecognition",
+            "The text recognition program is missing; please reinstall the application."));
     const std::vector<RecognizerRequest> request{LanguagesRequest()};
     const auto answer = m_pool.ask(request, QDeadlineTimer(m_setup.tryLimit))[0];
     const auto *known = answer ? std::get_if<LanguagesAnswer>(&*answer) : nullptr;
     if (!known)
-        return forUser("The text recognition program doesn't start; please reinstall the "
-                       "application.");
+        return forUser(QT_TRANSLATE_NOOP(
+            "TextRecognition", "The text recognition program doesn't start; please reinstall the "
+                               "application."));
     if (readingLanguages(known->languages).isEmpty())
-        return forUser("No languages for text recognition are installed; install the package "
-                       "tesseract-ocr-eng or that of another language.");
+        return forUser(QT_TRANSLATE_NOOP(
+            "TextRecognition",
+            "No languages for text recognition are installed; install the package "
+            "tesseract-ocr-eng or that of another language."));
     m_installed = known->languages;
     return std::nullopt;
 }
