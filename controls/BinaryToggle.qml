@@ -1,0 +1,21 @@
+import QtQuick
+
+// A switch. It shows `isOn`; a click asks the owner by `switched` for the other value.
+PlainButton {
+    id: toggle
+
+    property bool isOn: false
+
+    signal switched(bool on)
+
+    radius: height / 2
+    Accessible.role: Accessible.CheckBox
+    Accessible.checkable: true
+    Accessible.checked: isOn
+    onClicked: switched(!isOn)
+
+    contentItem: ToggleTrack {
+        position: toggle.isOn ? 1 : 0
+        color: toggle.isOn ? Theme.accent : Theme.switchOff
+    }
+}

@@ -1,0 +1,53 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// A tool tip: the explaining text that appears when the pointer rests on a control.
+T.ToolTip {
+    id: hint
+
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? parent.height + 6 : 0
+    implicitWidth: Math.min(contentItem.implicitWidth + leftPadding + rightPadding, 300)
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    margins: 6
+    horizontalPadding: 8
+    verticalPadding: 5
+    delay: 700
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+
+    contentItem: Text {
+        text: hint.text
+        font.family: Theme.fontFamily
+        font.pixelSize: 11
+        color: Theme.textPrimary
+        wrapMode: Text.Wrap
+    }
+
+    background: Item {
+        SoftShadow {
+            anchors.fill: parent
+            radius: plate.radius
+            blur: 5
+            offsetY: 2
+            color: Qt.rgba(0, 0, 0, 0.2)
+        }
+
+        Rectangle {
+            id: plate
+
+            anchors.fill: parent
+            radius: 6
+            color: "#FFFFFF"
+            border.color: Qt.rgba(0, 0, 0, 0.08)
+        }
+    }
+
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: 120
+        }
+    }
+}
