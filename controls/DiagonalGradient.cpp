@@ -17,7 +17,10 @@ void DiagonalGradient::paint(QPainter &painter, QSizeF size) const
     gradient.setColorAt(0, m_from);
     gradient.setColorAt(0.5, m_middle);
     gradient.setColorAt(1, m_to);
-    painter.fillRect(QRectF(QPointF(), size), gradient);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(gradient);
+    painter.drawRoundedRect(QRectF(QPointF(), size), m_radius, m_radius);
 }
 
 } // namespace velmor

@@ -1,0 +1,116 @@
+import QtQuick
+import Velmor.Controls
+import Velmor.Home
+
+// The tab bar and, below it, the bubble that shows what a tab sets. For those who use the keyboard,
+// having the focus here is what the pointer's presence is for others.
+Column {
+    id: control
+
+    required property BaseWidget base
+
+    readonly property Item tabInForce: tabs.count > 0 ? tabNamed(base.tab) : null
+    readonly property Item shownTab: tabs.count > 0 ? tabNamed(base.displayTab) : null
+
+    function tabNamed(title: string): Item {
+        for (let i = 0; i < tabs.count; ++i) {
+            const tab = tabs.itemAt(i);
+            if (tab && tab.title === title)
+                return tab;
+        }
+        return null;
+    }
+
+    Binding {
+        target: control.base
+        property: "hoveringTabs"
+        value: pointer.hovered || row.keyboardInside || bubble.keyboardInside
+    }
+
+    Item {
+        objectName: "pill"
+        width: parent.width
+        height: row.height
+        Accessible.role: Accessible.PageTabList
+        Accessible.name: qsTr("Presets")
+
+        Rectangle {
+            objectName: "pillTrack"
+            anchors.fill: parent
+            radius: height / 2
+            color: Theme.track
+        }
+
+        // One capsule for all tabs: it slides from one to the next.
+        Rectangle {
+            objectName: "capsule"
+            x: left.value
+            y: row.y + 4
+            width: breadth.value
+            height: row.height - 8
+            visible: control.tabInForce
+            radius: height / 2
+            color: Theme.accent
+
+            Spring {
+                id: left
+
+                to: row.x + (control.tabInForce?.x ?? 0)
+                response: 0.32
+                damping: 0.82
+                animated: control.tabInForce?.settled ?? false
+            }
+
+            Spring {
+                id: breadth
+
+                to: control.tabInForce?.width ?? 0
+                response: 0.32
+                damping: 0.82
+                animated: left.animated
+            }
+        }
+
+        Row {
+            id: row
+
+            readonly property bool keyboardInside: {
+                for (let i = 0; i < tabs.count; ++i) {
+                    if (tabs.itemAt(i)?.keyboardInside)
+                        return true;
+                }
+                return false;
+            }
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            padding: 4
+            spacing: 2
+
+            Repeater {
+                id: tabs
+
+                model: control.base.tabItems
+
+                TabButton {
+                    required property string modelData
+
+                    base: control.base
+                    title: modelData
+                }
+            }
+
+            HoverHandler {
+                id: pointer
+            }
+        }
+    }
+
+    SettingsBubble {
+        id: bubble
+
+        objectName: "settingsBubble"
+        width: parent.width
+        base: control.base
+        arrowAt: control.shownTab ? row.x + control.shownTab.x + control.shownTab.width / 2 : width / 2
+    }
+}
