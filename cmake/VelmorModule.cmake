@@ -60,6 +60,7 @@ function(velmor_qml_library target uri)
         URI ${uri}
         VERSION 1.0
         RESOURCE_PREFIX /qt/qml
+        DEPENDENCIES QtQuick
         SOURCES ${arg_SOURCES}
         QML_FILES ${arg_QML_FILES} ${arg_SINGLETONS}
         RESOURCES ${arg_RESOURCES})

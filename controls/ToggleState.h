@@ -3,21 +3,20 @@
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
+/// Holds nothing but the enumeration, for QML to know it as `ToggleState.On`.
+namespace velmor::togglestate {
+Q_NAMESPACE
+QML_NAMED_ELEMENT(ToggleState)
+
+/// How many of the things that a switch stands for are on: none, some, all. Spelled as QML wants
+/// enumerators.
+enum class ToggleState { Off, Partial, On };
+Q_ENUM_NS(ToggleState)
+
+} // namespace velmor::togglestate
+
 namespace velmor {
 
-/// Carries the enumeration `ToggleState` into QML.
-class ToggleStateType {
-    Q_GADGET
-    QML_NAMED_ELEMENT(ToggleState)
-    QML_UNCREATABLE("An enumeration")
-
-public:
-    /// How many of the things that a switch stands for are on: none, some, all. Spelled as QML
-    /// wants enumerators.
-    enum class ToggleState { Off, Partial, On };
-    Q_ENUM(ToggleState)
-};
-
-using ToggleState = ToggleStateType::ToggleState;
+using togglestate::ToggleState;
 
 } // namespace velmor

@@ -48,7 +48,7 @@ Item {
         hint: qsTr("My scans")
         Accessible.checkable: true
         Accessible.checked: bar.base.showScans
-        Accessible.description: qsTr("%n scan(s)", "", bar.base.scanCount)
+        Accessible.description: bar.base.scanCount === 1 ? qsTr("1 scan") : qsTr("%n scans", "", bar.base.scanCount)
         onClicked: bar.base.toggleScans()
 
         // Down into the body of the folder.

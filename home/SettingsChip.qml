@@ -5,6 +5,7 @@ import Velmor.Controls
 PlainButton {
     id: chip
 
+    objectName: "chip"
     horizontalPadding: 9
     verticalPadding: 3
     radius: height / 2

@@ -1,0 +1,397 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de">
+<context>
+    <name>AdvancedPanelView</name>
+    <message>
+        <source>Scan</source>
+        <translation>Scannen</translation>
+    </message>
+    <message>
+        <source>Quality</source>
+        <translation>Qualität</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Batch</source>
+        <translation>Stapel</translation>
+    </message>
+    <message>
+        <source>Wait for paper and keep scanning until Stop</source>
+        <translation>Auf Papier warten und bis zum Stopp weiterscannen</translation>
+    </message>
+    <message>
+        <source>Enhance</source>
+        <translation>Verbessern</translation>
+    </message>
+    <message>
+        <source>Output</source>
+        <translation>Ausgabe</translation>
+    </message>
+    <message>
+        <source>Searchable text</source>
+        <translation>Durchsuchbarer Text</translation>
+    </message>
+    <message>
+        <source>Recognize text so the PDF is searchable</source>
+        <translation>Text erkennen, damit die PDF durchsuchbar ist</translation>
+    </message>
+    <message>
+        <source>Save to</source>
+        <translation>Sichern in</translation>
+    </message>
+    <message>
+        <source>Change…</source>
+        <translation>Ändern …</translation>
+    </message>
+    <message>
+        <source>Choose</source>
+        <translation>Auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>BottomBar</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>My scans</source>
+        <translation>Meine Scans</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n scan(s)</source>
+        <translation>
+            <numerusform>%n Scan</numerusform>
+            <numerusform>%n Scans</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>EnhanceSteps</name>
+    <message>
+        <source>Auto-enhance</source>
+        <translation>Automatisch verbessern</translation>
+    </message>
+    <message>
+        <source>Crop · straighten · levels · clean</source>
+        <translation>Zuschneiden · gerade richten · Tonwerte · säubern</translation>
+    </message>
+    <message>
+        <source>Fine-tune the enhance steps</source>
+        <translation>Schritte einzeln einstellen</translation>
+    </message>
+    <message>
+        <source>Auto-crop</source>
+        <translation>Zuschneiden</translation>
+    </message>
+    <message>
+        <source>Straighten</source>
+        <translation>Gerade richten</translation>
+    </message>
+    <message>
+        <source>Clean up background</source>
+        <translation>Hintergrund säubern</translation>
+    </message>
+    <message>
+        <source>Remove blank pages</source>
+        <translation>Leere Seiten entfernen</translation>
+    </message>
+    <message>
+        <source>Auto brightness/contrast</source>
+        <translation>Helligkeit/Kontrast automatisch</translation>
+    </message>
+</context>
+<context>
+    <name>Models</name>
+    <message>
+        <source>Document</source>
+        <translation>Dokument</translation>
+    </message>
+    <message>
+        <source>Photo</source>
+        <translation>Foto</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>Color</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Gray</source>
+        <translation>Grau</translation>
+    </message>
+    <message>
+        <source>B&amp;W</source>
+        <translation>S/W</translation>
+    </message>
+    <message>
+        <source>Low</source>
+        <translation>Niedrig</translation>
+    </message>
+    <message>
+        <source>Medium</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>High</source>
+        <translation>Hoch</translation>
+    </message>
+</context>
+<context>
+    <name>PresetControl</name>
+    <message>
+        <source>Presets</source>
+        <translation>Vorlagen</translation>
+    </message>
+</context>
+<context>
+    <name>PresetFooter</name>
+    <message>
+        <source>Save as preset…</source>
+        <translation>Als Vorlage sichern …</translation>
+    </message>
+</context>
+<context>
+    <name>PresetMenuRow</name>
+    <message>
+        <source>Delete preset</source>
+        <translation>Vorlage löschen</translation>
+    </message>
+    <message>
+        <source>Delete preset %1</source>
+        <translation>Vorlage %1 löschen</translation>
+    </message>
+</context>
+<context>
+    <name>PresetSavePopover</name>
+    <message>
+        <source>Preset name</source>
+        <translation>Name der Vorlage</translation>
+    </message>
+    <message>
+        <source>Include save-to folder</source>
+        <translation>Mit Zielordner</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Sichern</translation>
+    </message>
+</context>
+<context>
+    <name>ProgressRing</name>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>ReadyButton</name>
+    <message>
+        <source>Scan</source>
+        <translation>Scannen</translation>
+    </message>
+</context>
+<context>
+    <name>ScanAreaView</name>
+    <message>
+        <source>Stop scanning</source>
+        <translation>Scannen beenden</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsChip</name>
+    <message>
+        <source>Scan settings</source>
+        <translation>Scan-Einstellungen</translation>
+    </message>
+</context>
+<context>
+    <name>Spinner</name>
+    <message>
+        <source>Busy</source>
+        <translation>Beschäftigt</translation>
+    </message>
+</context>
+<context>
+    <name>TabButton</name>
+    <message>
+        <source>Choose a preset</source>
+        <translation>Vorlage auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>TextRecognition</name>
+    <message>
+        <source>The text recognition program is missing; please reinstall the application.</source>
+        <translation>Das Programm zur Texterkennung fehlt; bitte die Anwendung neu installieren.</translation>
+    </message>
+    <message>
+        <source>The text recognition program doesn&apos;t start; please reinstall the application.</source>
+        <translation>Das Programm zur Texterkennung startet nicht; bitte die Anwendung neu installieren.</translation>
+    </message>
+    <message>
+        <source>No languages for text recognition are installed; install the package tesseract-ocr-eng or that of another language.</source>
+        <translation>Für die Texterkennung ist keine Sprache installiert; bitte das Paket tesseract-ocr-deu oder das einer anderen Sprache installieren.</translation>
+    </message>
+</context>
+<context>
+    <name>TrafficLights</name>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Minimise</source>
+        <translation>Minimieren</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::AppModel</name>
+    <message>
+        <source>Ready to scan</source>
+        <translation>Bereit</translation>
+    </message>
+    <message>
+        <source>No scanner found</source>
+        <translation>Kein Scanner gefunden</translation>
+    </message>
+    <message>
+        <source>Looking for scanners…</source>
+        <translation>Scanner werden gesucht …</translation>
+    </message>
+    <message>
+        <source>Saved 1 page</source>
+        <translation>1 Seite gespeichert</translation>
+    </message>
+    <message numerus="yes">
+        <source>Saved %n pages</source>
+        <translation>
+            <numerusform>%n Seite gespeichert</numerusform>
+            <numerusform>%n Seiten gespeichert</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The scanner engine ended unexpectedly.</source>
+        <translation>Die Scan-Technik wurde unerwartet beendet.</translation>
+    </message>
+    <message>
+        <source>%1 connected</source>
+        <translation>%1 verbunden</translation>
+    </message>
+    <message>
+        <source>Engine: %1</source>
+        <translation>Scan-Technik: %1</translation>
+    </message>
+    <message>
+        <source>Scanning…</source>
+        <translation>Es wird gescannt …</translation>
+    </message>
+    <message>
+        <source>Captured page %1…</source>
+        <translation>Seite %1 erfasst …</translation>
+    </message>
+    <message>
+        <source>Nothing scanned</source>
+        <translation>Nichts gescannt</translation>
+    </message>
+    <message>
+        <source>Calibration ready</source>
+        <translation>Kalibrierung bereit</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t scan — try again</source>
+        <translation>Scannen nicht möglich – bitte noch einmal versuchen</translation>
+    </message>
+    <message>
+        <source>Engine is out of date — rebuild it (build-engine.command)</source>
+        <translation>Die Scan-Technik ist veraltet – bitte neu bauen (build-engine.command)</translation>
+    </message>
+    <message>
+        <source>Saved preset “%1”</source>
+        <translation>Vorlage „%1“ gesichert</translation>
+    </message>
+    <message>
+        <source>Waiting for paper…</source>
+        <translation>Warten auf Papier …</translation>
+    </message>
+    <message>
+        <source>Making text searchable…</source>
+        <translation>Text wird durchsuchbar gemacht …</translation>
+    </message>
+    <message>
+        <source>Saving PDF…</source>
+        <translation>PDF wird gespeichert …</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t save the PDF</source>
+        <translation>Die PDF ließ sich nicht speichern</translation>
+    </message>
+    <message>
+        <source>Couldn&apos;t save the PDF — page images kept in the scans folder</source>
+        <translation>Die PDF ließ sich nicht speichern – die Seitenbilder bleiben im Scan-Ordner</translation>
+    </message>
+    <message>
+        <source>Text recognition failed — scan saved without it</source>
+        <translation>Texterkennung fehlgeschlagen – Scan ohne sie gespeichert</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::BaseWidget</name>
+    <message>
+        <source>%1 dpi</source>
+        <translation>%1 dpi</translation>
+    </message>
+    <message>
+        <source>+ OCR</source>
+        <translation>+ OCR</translation>
+    </message>
+    <message>
+        <source>Batch</source>
+        <translation>Stapel</translation>
+    </message>
+    <message>
+        <source>Preset</source>
+        <translation>Vorlage</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::ScanArea</name>
+    <message>
+        <source>1 page</source>
+        <translation>1 Seite</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n pages</source>
+        <translation>
+            <numerusform>%n Seite</numerusform>
+            <numerusform>%n Seiten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Looking for scanners…</source>
+        <translation>Scanner werden gesucht …</translation>
+    </message>
+    <message>
+        <source>Tap to find scanner</source>
+        <translation>Scanner suchen</translation>
+    </message>
+    <message>
+        <source>page %1 of %2</source>
+        <translation>Seite %1 von %2</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::ScanEngineClient</name>
+    <message>
+        <source>scanengine executable not found in bundle</source>
+        <translation>Das Programm scanengine fehlt in dieser Installation</translation>
+    </message>
+</context>
+</TS>
