@@ -11,7 +11,7 @@ namespace velmor {
 ///
 /// It begins at the top and runs clockwise over `part` of the turn, 0 to 1, with round ends. With
 /// `tail` it fades out towards its beginning.
-class Arc : public PictureItem {
+class Arc : public velmor::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(qreal part MEMBER m_part NOTIFY changed)

@@ -8,7 +8,7 @@
 namespace velmor {
 
 /// A triangle that fills its rectangle: tip in the middle of the top edge, base at the bottom.
-class ArrowHead : public PictureItem {
+class ArrowHead : public velmor::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)

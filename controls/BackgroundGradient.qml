@@ -1,3 +1,5 @@
+import Velmor.Controls
+
 // The window's ground: white, with a tint in two opposite corners.
 DiagonalGradient {
     from: Theme.gradientTop

@@ -1,4 +1,5 @@
 import QtQuick
+import Velmor.Controls
 
 // A switch. It shows `isOn`; a click asks the owner by `switched` for the other value.
 PlainButton {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Velmor.Controls
 
 // A check box with its label. A click changes `checked`.
 T.CheckBox {
@@ -9,7 +10,6 @@ T.CheckBox {
     implicitHeight: Math.max(indicator.height, implicitContentHeight) + topPadding + bottomPadding
     spacing: 6
     opacity: enabled ? 1 : Theme.disabledOpacity
-    focusPolicy: Qt.StrongFocus
     font.family: Theme.fontFamily
     font.pixelSize: 12
 

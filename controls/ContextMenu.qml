@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Velmor.Controls
 
 // A menu at the pointer or, opened by the keyboard, at its parent. Arrow keys move, Return picks, Esc
 // closes. Give it `MenuEntry` items, or actions.
@@ -29,15 +30,13 @@ T.Menu {
     background: Item {
         SoftShadow {
             anchors.fill: parent
-            radius: plate.radius
+            radius: 10
             blur: 12
             offsetY: 5
             color: Qt.rgba(0, 0, 0, 0.2)
         }
 
         Rectangle {
-            id: plate
-
             anchors.fill: parent
             radius: 10
             color: "#FFFFFF"

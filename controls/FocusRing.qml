@@ -1,4 +1,5 @@
 import QtQuick
+import Velmor.Controls
 
 // The ring around the control that the keyboard acts on. It fills its parent, lies a little outside
 // of it, and takes no part in layout. `parentRadius` is that of its corners; `shown` is for those

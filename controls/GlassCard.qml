@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Velmor.Controls
 
 // A frosted pane with a thin light edge and a soft shadow, around its content.
 T.Pane {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Velmor.Controls
 
 // A tool tip: the explaining text that appears when the pointer rests on a control.
 T.ToolTip {
@@ -26,15 +27,13 @@ T.ToolTip {
     background: Item {
         SoftShadow {
             anchors.fill: parent
-            radius: plate.radius
+            radius: 6
             blur: 5
             offsetY: 2
             color: Qt.rgba(0, 0, 0, 0.2)
         }
 
         Rectangle {
-            id: plate
-
             anchors.fill: parent
             radius: 6
             color: "#FFFFFF"

@@ -1,5 +1,6 @@
 #include "controls/Icon.h"
 
+#include <QDir>
 #include <QFile>
 #include <QPainter>
 #include <QQmlInfo>
@@ -10,6 +11,8 @@
 namespace velmor {
 
 namespace {
+
+const QString iconFolder = QStringLiteral(":/velmor/icons");
 
 /// Side of the icon's square for a text of size 1.
 constexpr qreal boxPerSize = 1.2;
@@ -24,7 +27,7 @@ qreal strokeWidth(int weight)
 /// states the width once, as `stroke-width="2"`.
 QByteArray drawing(const QString &name, qreal width)
 {
-    QFile file(QStringLiteral(":/velmor/icons/%1.svg").arg(name));
+    QFile file(QStringLiteral("%1/%2.svg").arg(iconFolder, name));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return file.readAll().replace(QByteArrayLiteral("stroke-width=\"2\""),
@@ -47,6 +50,14 @@ void Icon::setSize(qreal size)
     const qreal side = std::round(size * boxPerSize);
     setImplicitSize(side, side);
     Q_EMIT changed();
+}
+
+QStringList Icon::names()
+{
+    QStringList names = QDir(iconFolder).entryList({QStringLiteral("*.svg")}, QDir::Files);
+    for (QString &name : names)
+        name.chop(4);
+    return names;
 }
 
 void Icon::paint(QPainter &painter, QSizeF size) const

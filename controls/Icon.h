@@ -3,6 +3,7 @@
 #include "controls/PictureItem.h"
 
 #include <QColor>
+#include <QStringList>
 #include <QtQml/qqmlregistration.h>
 
 namespace velmor {
@@ -19,7 +20,7 @@ namespace velmor {
 /// `weight` follows the weight of the text (Font.Normal to Font.Black) and decides how wide the
 /// strokes are. `restScale` is the scale at which an ancestor shows the icon at rest: drawn for
 /// that scale, it's sharp there.
-class Icon : public PictureItem {
+class Icon : public velmor::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString name MEMBER m_name NOTIFY changed)
@@ -33,6 +34,9 @@ public:
 
     [[nodiscard]] qreal size() const { return m_size; }
     void setSize(qreal size);
+
+    /// The names of the whole set.
+    Q_INVOKABLE [[nodiscard]] static QStringList names();
 
 Q_SIGNALS:
     void changed();

@@ -1,4 +1,5 @@
 import QtQuick
+import Velmor.Controls
 
 // A switch for a group of things: off, partly on, on. It shows `toggleState` and never changes it:
 // a click asks the owner, by `clicked`.

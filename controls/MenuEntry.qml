@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Velmor.Controls
 
 // One line of a `ContextMenu`.
 T.MenuItem {

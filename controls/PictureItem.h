@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QQuickItem>
+#include <QtQml/qqmlregistration.h>
 
 class QPainter;
 
@@ -12,6 +13,7 @@ namespace velmor {
 /// content changes. It looks the same on every renderer.
 class PictureItem : public QQuickItem {
     Q_OBJECT
+    QML_ANONYMOUS
 
 public:
     explicit PictureItem(QQuickItem *parent = nullptr);

@@ -1,4 +1,5 @@
 import QtQuick
+import Velmor.Controls
 
 // A button in the form of a capsule: the main action filled, others with a light outline.
 PlainButton {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Velmor.Controls
 
 // A button without a frame: an icon, a text, or both, and whatever its owner puts in their place.
 //
@@ -23,7 +24,6 @@ T.AbstractButton {
     implicitWidth: Math.max(implicitBackgroundWidth, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(implicitBackgroundHeight, implicitContentHeight + topPadding + bottomPadding)
     spacing: 4
-    focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     opacity: enabled ? 1 : disabledOpacity
     font.family: Theme.fontFamily
@@ -35,33 +35,14 @@ T.AbstractButton {
     Keys.onReturnPressed: event => event.isAutoRepeat || click()
     Keys.onEnterPressed: event => event.isAutoRepeat || click()
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: button.spacing
-
-            Icon {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: button.symbol !== ""
-                name: button.symbol
-                size: button.symbolSize
-                weight: button.symbolWeight
-                color: button.color
-            }
-
-            Text {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: text !== ""
-                text: button.text
-                font: button.font
-                color: button.color
-            }
-        }
+    contentItem: SymbolText {
+        symbol: button.symbol
+        symbolSize: button.symbolSize
+        symbolWeight: button.symbolWeight
+        text: button.text
+        font: button.font
+        color: button.color
+        spacing: button.spacing
     }
 
     FocusRing {
@@ -71,12 +52,17 @@ T.AbstractButton {
 
     // Most hints are never seen, so they are made when the pointer comes.
     Loader {
-        active: button.hint !== "" && (button.hovered || button.visualFocus)
+        id: hintLoader
 
-        sourceComponent: Hint {
-            parent: button
-            text: button.hint
-            visible: !button.down
+        readonly property Hint tip: item as Hint
+
+        active: button.hint !== "" && (button.hovered || button.visualFocus)
+        sourceComponent: Hint {}
+        onLoaded: {
+            tip.parent = button;
+            tip.text = Qt.binding(() => button.hint);
+            tip.visible = Qt.binding(() => !button.down);
         }
     }
+
 }

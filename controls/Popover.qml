@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Velmor.Controls
 
 // A small pane that belongs to its parent and points at it. Esc and a click elsewhere close it.
 //
@@ -26,7 +27,7 @@ T.Popup {
     }
 
     function settle() {
-        const area = bounds ?? T.Overlay.overlay;
+        const area = bounds ?? (T.Overlay.overlay as Item);
         if (!parent || !area)
             return;
         const anchor = parent.mapToItem(area, 0, 0);
@@ -57,15 +58,13 @@ T.Popup {
     background: Item {
         SoftShadow {
             anchors.fill: parent
-            radius: plate.radius
+            radius: 12
             blur: 14
             offsetY: 5
             color: Qt.rgba(0, 0, 0, 0.18)
         }
 
         Rectangle {
-            id: plate
-
             anchors.fill: parent
             radius: 12
             color: popover.color

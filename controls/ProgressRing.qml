@@ -1,4 +1,5 @@
 import QtQuick
+import Velmor.Controls
 
 // How much of a work is done, as a thin ring: `value` from 0 to 1.
 Item {

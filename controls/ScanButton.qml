@@ -1,4 +1,5 @@
 import QtQuick
+import Velmor.Controls
 
 // The large round button. It shrinks a little while pressed.
 PlainButton {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Window
+import Velmor.Controls
 
 // Work is under way, and nobody knows for how long. It turns only while it can be seen.
 Item {

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Velmor.Controls
 
 // A field for one line of text, with a rounded border. `placeholderText` is what it asks for while
 // it's empty.
@@ -7,12 +8,17 @@ T.TextField {
     id: box
 
     // Came the focus by the keyboard? A pointer needs no ring: it sees the caret.
-    readonly property bool visualFocus: activeFocus && [Qt.TabFocusReason, Qt.BacktabFocusReason, Qt.ShortcutFocusReason].includes(focusReason)
+    readonly property bool visualFocus: {
+        const byKey = focusReason === Qt.TabFocusReason || focusReason === Qt.BacktabFocusReason;
+        return activeFocus && (byKey || focusReason === Qt.ShortcutFocusReason);
+    }
 
     implicitWidth: 190
     implicitHeight: Math.ceil(contentHeight) + topPadding + bottomPadding
-    horizontalPadding: 7
-    verticalPadding: 4
+    leftPadding: 7
+    rightPadding: 7
+    topPadding: 4
+    bottomPadding: 4
     font.family: Theme.fontFamily
     font.pixelSize: 13
     color: Theme.textPrimary

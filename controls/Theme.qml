@@ -1,10 +1,9 @@
 pragma Singleton
 import QtQuick
+import Velmor.Controls
 
 // The application's colours, sizes and curves. Sizes are logical pixels.
 QtObject {
-    id: theme
-
     readonly property color accent: "#7A5AF8"
     readonly property color accentPressed: "#6846E6"
     readonly property color textPrimary: "#1E1B2E"
@@ -31,14 +30,9 @@ QtObject {
 
     readonly property string fontFamily: Application.font.family
 
-    readonly property FontInfo reference: FontInfo {
-        font.family: theme.fontFamily
-        font.pixelSize: 100
-    }
-
     // The value for `font.pointSize` that makes text of a size between two whole pixels, which
     // `font.pixelSize` doesn't take.
     function points(pixels: real): real {
-        return pixels * reference.pointSize / reference.pixelSize;
+        return TextScale.points(pixels);
     }
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import Velmor.Controls
 
 // What a switch looks like: a knob on a track. `position` is the knob's place, 0 at the left end and
 // 1 at the right. Track and knob move together.

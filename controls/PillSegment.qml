@@ -1,0 +1,41 @@
+import QtQuick
+import Velmor.Controls
+
+// One choice of the `SegmentTrack` that it lies on.
+PlainButton {
+    id: segment
+
+    required property int index
+    required property var modelData
+    readonly property SegmentTrack track: parent as SegmentTrack
+    readonly property bool selected: index === track.selectedIndex
+
+    x: track.gap + index * track.step
+    y: track.gap
+    width: track.step - track.gap
+    height: track.height - 2 * track.gap
+    radius: height / 2
+    verticalPadding: track.compact ? 5 : 8
+    horizontalPadding: 4
+    text: modelData.label
+    color: selected ? "#FFFFFF" : Theme.textSecondary
+    font.pointSize: Theme.points(track.compact ? 11.5 : 13)
+    font.weight: Font.Medium
+    // One stop for Tab: the selected segment, or the first where none is.
+    activeFocusOnTab: index === Math.max(0, track.selectedIndex)
+    Accessible.role: Accessible.RadioButton
+    Accessible.checkable: true
+    Accessible.checked: selected
+    Keys.onLeftPressed: track.pickByKey(index - 1)
+    Keys.onRightPressed: track.pickByKey(index + 1)
+    onClicked: track.picked(modelData.value)
+    onSelectedChanged: {
+        if (selected && index === track.wantedIndex)
+            forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    background: Rectangle {
+        radius: height / 2
+        color: segment.selected ? Theme.accent : "transparent"
+    }
+}
