@@ -1,14 +1,39 @@
 import QtQuick
 import Velmor.Controls
 
-// When this program was built, in the corner and in small print.
-Text {
+// When this program was built, in the corner and in small print. Its digits have even widths.
+Row {
+    id: stamp
+
+    property string text
+
     topPadding: 9
     rightPadding: 12
-    font.family: Theme.fontFamily
-    font.pixelSize: 9
-    font.weight: Font.Medium
-    font.features: ({"tnum": 1})
-    color: Theme.textSecondary
     opacity: 0.55
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+
+    TextMetrics {
+        id: digit
+
+        font.family: Theme.fontFamily
+        font.pixelSize: 9
+        font.weight: Font.Medium
+        text: "0"
+    }
+
+    Repeater {
+        model: stamp.text.split("")
+
+        Text {
+            required property string modelData
+
+            width: modelData >= "0" && modelData <= "9" ? digit.advanceWidth : implicitWidth
+            horizontalAlignment: Text.AlignHCenter
+            text: modelData
+            font: digit.font
+            color: Theme.textSecondary
+            Accessible.ignored: true
+        }
+    }
 }

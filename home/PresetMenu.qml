@@ -44,7 +44,7 @@ Popover {
                     width: column.width
                     name: modelData
                     selected: name === menu.base.activePreset
-                    onAction: menu.base.choosePreset(name)
+                    onChosen: menu.base.choosePreset(name)
                     // The rows are made anew: the next one takes the place of this.
                     onDeleteRequested: byKeyboard => {
                         const place = index;

@@ -10,7 +10,7 @@ PlainButton {
     required property string name
     property bool selected: false
 
-    signal action
+    signal chosen
     signal deleteRequested(bool byKeyboard)
 
     readonly property bool hovering: pointer.hovered
@@ -24,7 +24,7 @@ PlainButton {
     Accessible.role: Accessible.RadioButton
     Accessible.checkable: true
     Accessible.checked: selected
-    onClicked: action()
+    onClicked: chosen()
     Keys.onDeletePressed: deleteRequested(true)
     Keys.onDownPressed: nextItemInFocusChain(true).nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onUpPressed: nextItemInFocusChain(false).nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
