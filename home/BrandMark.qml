@@ -1,12 +1,9 @@
 import QtQuick
-import QtQuick.Window
+import Velmor.Controls
 
 // The application's picture, 30 points square.
-Image {
+BrandPicture {
     width: 30
     height: 30
-    source: "qrc:/velmor/brand/velmor.svg"
-    sourceSize: Qt.size(30, 30)
-    fillMode: Image.PreserveAspectFit
     Accessible.ignored: true
 }

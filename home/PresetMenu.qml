@@ -7,13 +7,21 @@ Popover {
     id: menu
 
     required property BaseWidget base
+    // Whether it belongs to the tab that has the chevron now.
+    property bool current: true
     property bool byKeyboard: false
+    // How it was opened this time: the focus has moved by the time that it is open.
+    property bool openedByKeyboard: false
 
     padding: 8
-    visible: base.showPresetMenu
-    onClosed: base.showPresetMenu = false
+    visible: current && base.showPresetMenu
+    onClosed: {
+        if (current)
+            base.showPresetMenu = false;
+    }
+    onAboutToShow: openedByKeyboard = byKeyboard
     onOpened: {
-        if (byKeyboard)
+        if (openedByKeyboard)
             rows.itemAt(Math.max(0, base.presetNames.indexOf(base.activePreset)))?.forceActiveFocus(Qt.TabFocusReason);
     }
 

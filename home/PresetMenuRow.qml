@@ -4,7 +4,7 @@ import Velmor.Controls
 
 // One preset in the menu. The button that deletes it shows while the pointer is on the row, or the
 // keyboard's focus.
-PlainButton {
+StatefulButton {
     id: row
 
     required property string name
@@ -21,9 +21,7 @@ PlainButton {
     verticalPadding: 7
     radius: 9
     text: name
-    Accessible.role: Accessible.RadioButton
-    Accessible.checkable: true
-    Accessible.checked: selected
+    checkState: selected ? Qt.Checked : Qt.Unchecked
     onClicked: chosen()
     Keys.onDeletePressed: deleteRequested(true)
     Keys.onDownPressed: nextItemInFocusChain(true).nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
@@ -39,23 +37,21 @@ PlainButton {
     }
 
     contentItem: RowLayout {
+        id: line
+
         spacing: 10
 
         Text {
             Layout.fillWidth: true
-            Layout.maximumWidth: implicitWidth
             Layout.preferredWidth: Math.min(implicitWidth, 200)
+            // What the row can spare lies here, at least 12 points and the spacing on both sides.
+            Layout.rightMargin: 12 + line.spacing
             text: row.name
             elide: Text.ElideRight
             font.family: Theme.fontFamily
             font.pointSize: Theme.points(13.5)
             font.weight: row.selected ? Font.DemiBold : Font.Normal
             color: Theme.textPrimary
-        }
-
-        Item {
-            Layout.fillWidth: true
-            Layout.minimumWidth: 12
         }
 
         Icon {

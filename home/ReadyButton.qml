@@ -17,16 +17,17 @@ T.AbstractButton {
     implicitWidth: Math.max(84, hint.width)
     implicitHeight: 84
     focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: clicked()
     Accessible.name: area.ready ? qsTr("Scan") : area.hint
-    Keys.onReturnPressed: event => event.isAutoRepeat || click()
-    Keys.onEnterPressed: event => event.isAutoRepeat || click()
+    Keys.onReturnPressed: event => event.isAutoRepeat || clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || clicked()
 
     // What can be clicked is what can be seen.
     containmentMask: QtObject {
         function contains(point: point): bool {
             const dx = point.x - button.width / 2;
             const dy = point.y - button.height / 2;
-            return Math.hypot(dx, dy) <= 42 * disc.scale || !button.area.ready && Math.abs(dx) <= hint.width / 2 && Math.abs(dy) <= hint.height / 2;
+            return Math.hypot(dx, dy) <= disc.width / 2 || !button.area.ready && Math.abs(dx) <= hint.width / 2 && Math.abs(dy) <= hint.height / 2;
         }
     }
 
@@ -42,16 +43,18 @@ T.AbstractButton {
         id: disc
 
         objectName: "disc"
+        // Drawn at its size: a scaled circle has rough edges on some renderers.
         anchors.centerIn: parent
-        width: 84
-        height: 84
-        scale: 1 + 0.1 * button.readiness
+        width: 84 * growth
+        height: width
+
+        readonly property real growth: 1 + 0.1 * button.readiness
 
         SoftShadow {
             anchors.fill: parent
             visible: button.shade < 1
             opacity: 1 - button.shade
-            radius: 42
+            radius: height / 2
             blur: 22
             offsetY: 10
             color: Qt.rgba(0, 0, 0, 0.18)
@@ -61,7 +64,7 @@ T.AbstractButton {
             anchors.fill: parent
             visible: button.shade > 0
             opacity: button.shade
-            radius: 42
+            radius: height / 2
             blur: 38
             offsetY: 16
             color: Qt.alpha(Theme.accent, 0.55)
@@ -70,13 +73,13 @@ T.AbstractButton {
         Rectangle {
             objectName: "circle"
             anchors.fill: parent
-            radius: 42
+            radius: height / 2
             color: "#E7E5F0"
         }
 
         Rectangle {
             anchors.fill: parent
-            radius: 42
+            radius: height / 2
             opacity: button.shade
             color: button.down ? Theme.accentPressed : Theme.accent
         }
@@ -88,12 +91,13 @@ T.AbstractButton {
             size: 30
             weight: Font.Medium
             restScale: 1.1
+            scale: disc.growth
             color: "#FFFFFF"
         }
 
         FocusRing {
             shown: button.visualFocus
-            parentRadius: 42
+            parentRadius: disc.width / 2
         }
     }
 

@@ -1,10 +1,11 @@
 import QtQuick
+import QtQuick.Templates as T
 import Velmor.Controls
 import Velmor.Home
 
 // One tab of the card. That of the user's presets keeps one width, whatever the preset is called,
 // and has a chevron while it is in force, which opens the menu of presets.
-PlainButton {
+T.TabButton {
     id: tab
 
     required property BaseWidget base
@@ -16,14 +17,22 @@ PlainButton {
     readonly property bool keyboardInside: visualFocus || chevron.visualFocus
 
     objectName: "tab" + title
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     horizontalPadding: 16
     verticalPadding: 11
-    radius: height / 2
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    // Which tab is in force is the model's affair.
+    checkable: false
     text: ofPresets ? base.presetName : base.tabLabel(title)
-    color: selected ? "#FFFFFF" : Theme.textPrimary
+    font.family: Theme.fontFamily
     font.pixelSize: 14
     font.weight: Font.Medium
-    Accessible.role: Accessible.PageTab
+    Accessible.name: text
+    Accessible.onPressAction: clicked()
+    Keys.onReturnPressed: event => event.isAutoRepeat || clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || clicked()
     Accessible.selectable: true
     Accessible.selected: selected
 
@@ -55,10 +64,15 @@ PlainButton {
             width: measure.implicitWidth
             text: tab.text
             font: tab.font
-            color: tab.color
+            color: tab.selected ? "#FFFFFF" : Theme.textPrimary
             elide: tab.ofPresets ? Text.ElideRight : Text.ElideNone
             horizontalAlignment: Text.AlignHCenter
         }
+    }
+
+    FocusRing {
+        shown: tab.visualFocus
+        parentRadius: tab.height / 2
     }
 
     PlainButton {
@@ -76,12 +90,12 @@ PlainButton {
         symbolWeight: Font.DemiBold
         color: tab.selected ? Qt.rgba(1, 1, 1, 0.9) : Theme.textSecondary
         hint: qsTr("Choose a preset")
-        Accessible.role: Accessible.ButtonMenu
         onClicked: tab.base.showPresetMenu = !tab.base.showPresetMenu
 
         PresetMenu {
             objectName: "presetMenu"
             base: tab.base
+            current: tab.hasChevron
             byKeyboard: chevron.visualFocus
         }
     }
