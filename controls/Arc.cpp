@@ -7,8 +7,7 @@
 
 namespace velmor {
 
-Arc::Arc(QQuickItem *parent)
-    : PictureItem(parent)
+Arc::Arc(QQuickItem *parent) : PictureItem(parent)
 {
     connect(this, &Arc::changed, this, &Arc::repaint);
 }

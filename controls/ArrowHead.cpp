@@ -5,8 +5,7 @@
 
 namespace velmor {
 
-ArrowHead::ArrowHead(QQuickItem *parent)
-    : PictureItem(parent)
+ArrowHead::ArrowHead(QQuickItem *parent) : PictureItem(parent)
 {
     connect(this, &ArrowHead::changed, this, &ArrowHead::repaint);
 }

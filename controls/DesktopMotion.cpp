@@ -25,8 +25,8 @@ const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Setting
 /// Without this check the bus library may start a bus of its own, and we would wait for it.
 bool hasSessionBus()
 {
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS")
-           || QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
+    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
+           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
 }
 
 std::optional<bool> asked(const QString &key, const QVariant &value)
@@ -70,8 +70,7 @@ std::optional<bool> reducedMotionInFiles(const QDir &config)
     return std::nullopt;
 }
 
-DesktopMotion::DesktopMotion(QObject *parent)
-    : QObject(parent)
+DesktopMotion::DesktopMotion(QObject *parent) : QObject(parent)
 {
     if (!hasSessionBus())
         return;

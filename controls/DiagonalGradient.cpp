@@ -5,8 +5,7 @@
 
 namespace velmor {
 
-DiagonalGradient::DiagonalGradient(QQuickItem *parent)
-    : PictureItem(parent)
+DiagonalGradient::DiagonalGradient(QQuickItem *parent) : PictureItem(parent)
 {
     connect(this, &DiagonalGradient::changed, this, &DiagonalGradient::repaint);
 }

@@ -17,10 +17,10 @@ const QString iconFolder = QStringLiteral(":/velmor/icons");
 /// Side of the icon's square for a text of size 1.
 constexpr qreal boxPerSize = 1.2;
 
-/// Width of the strokes on the drawings' grid of 24 units: 1.75 for regular text, 2.65 for bold.
+/// Width of the strokes on the drawings' grid of 24 units: 1.6 for regular text, 2.3 for bold.
 qreal strokeWidth(int weight)
 {
-    return 1.75 + (weight - 400) * 0.003;
+    return 1.6 + (weight - 400) * 0.0023;
 }
 
 /// The drawing with strokes of `width`; empty if there is no such icon. Every file of the set
@@ -36,8 +36,7 @@ QByteArray drawing(const QString &name, qreal width)
 
 } // namespace
 
-Icon::Icon(QQuickItem *parent)
-    : PictureItem(parent)
+Icon::Icon(QQuickItem *parent) : PictureItem(parent)
 {
     connect(this, &Icon::changed, this, &Icon::repaint);
 }

@@ -18,8 +18,8 @@ bool isStandIn(const QString &family)
 
 bool namedByDesktop(const QString &family)
 {
-    return qEnvironmentVariableIsSet("XDG_CURRENT_DESKTOP") && !isStandIn(family)
-           && QFontDatabase::hasFamily(family);
+    return qEnvironmentVariableIsSet("XDG_CURRENT_DESKTOP") && !isStandIn(family) &&
+           QFontDatabase::hasFamily(family);
 }
 
 } // namespace

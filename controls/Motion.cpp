@@ -7,8 +7,7 @@
 
 namespace velmor {
 
-Motion::Motion(QObject *parent)
-    : QObject(parent)
+Motion::Motion(QObject *parent) : QObject(parent)
 {
     const QDir config(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
     m_reduced = reducedMotionInFiles(config).value_or(false);

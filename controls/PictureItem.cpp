@@ -7,8 +7,7 @@
 
 namespace velmor {
 
-PictureItem::PictureItem(QQuickItem *parent)
-    : QQuickItem(parent)
+PictureItem::PictureItem(QQuickItem *parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
 }
@@ -39,16 +38,19 @@ QSGNode *PictureItem::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
         return node;
     m_stale = false;
 
-    QImage picture(pixels, QImage::Format_ARGB32_Premultiplied);
+    // A clear edge of one pixel, so that the picture's own edges stay soft when it's scaled or
+    // turned.
+    QImage picture(pixels + QSize(2, 2), QImage::Format_ARGB32_Premultiplied);
     picture.setDevicePixelRatio(ratio);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
+    painter.translate(1 / ratio, 1 / ratio);
     painter.setRenderHint(QPainter::Antialiasing);
     paint(painter, size());
     painter.end();
     node->setTexture(window()->createTextureFromImage(picture));
     // One pixel of the picture is one of the window, even where the item's own size is between two.
-    node->setRect(QRectF(QPointF(), QSizeF(pixels) / ratio));
+    node->setRect(QRectF(QPointF(-1, -1) / ratio, QSizeF(picture.size()) / ratio));
     return node;
 }
 

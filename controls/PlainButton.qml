@@ -27,7 +27,6 @@ T.AbstractButton {
     hoverEnabled: true
     opacity: enabled ? 1 : disabledOpacity
     font.family: Theme.fontFamily
-    font.pixelSize: 12
 
     Accessible.name: text || hint
     Accessible.description: text ? hint : ""

@@ -20,9 +20,8 @@ PlainButton {
             color: Qt.alpha(Theme.accent, 0.45)
         }
 
-        Rectangle {
+        Disc {
             anchors.fill: parent
-            radius: button.radius
             color: button.down ? Theme.accentPressed : Theme.accent
         }
     }

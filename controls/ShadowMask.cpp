@@ -7,8 +7,8 @@
 #include <numbers>
 #include <vector>
 
-// The Gaussian of a rounded box is the sum, over the rows of the box, of a segment's blur. Along x a
-// segment's blur is a difference of two error functions and exact; along y rows are weighted and
+// The Gaussian of a rounded box is the sum, over the rows of the box, of a segment's blur. Along x
+// a segment's blur is a difference of two error functions and exact; along y rows are weighted and
 // summed. The shadow is symmetric, so one quarter is computed.
 
 namespace velmor {
@@ -74,7 +74,9 @@ QRgb shade(const QColor &color, float cover, int x, int y)
     };
     const float alpha = cover * float(color.alphaF()) * 255;
     const float noise = (pattern[y & 3][x & 3] + 0.5F) / 16;
-    const auto part = [&](float channel) { return int(alpha * channel + noise); };
+    const auto part = [&](float channel) {
+        return int(alpha * channel + noise);
+    };
     return qRgba(part(color.redF()), part(color.greenF()), part(color.blueF()), part(1));
 }
 
@@ -128,8 +130,8 @@ void cutOut(QImage &image, const ShadowBox &box, QPointF offset)
         for (int x = 0; x < image.width(); ++x) {
             const double dx = std::abs(x + 0.5 - image.width() / 2.0 - offset.x()) - halfWidth;
             // How far outside of the box's edge the pixel's middle lies.
-            const double outside = std::hypot(std::max(dx, 0.0), std::max(dy, 0.0))
-                                   + std::min(std::max(dx, dy), 0.0) - radius;
+            const double outside = std::hypot(std::max(dx, 0.0), std::max(dy, 0.0)) +
+                                   std::min(std::max(dx, dy), 0.0) - radius;
             const int kept = int(255 * std::clamp(outside + 0.5, 0.0, 1.0));
             const QRgb c = row[x];
             row[x] = qRgba(qRed(c) * kept / 255, qGreen(c) * kept / 255, qBlue(c) * kept / 255,

@@ -39,12 +39,10 @@ public:
             const size_t x = i % 3;
             const size_t y = i / 3;
             m_parts[i]->setTexture(texture.get());
-            m_parts[i]->setSourceRect({
-                QPointF(from[x], fromRows[y]), QPointF(from[x + 1], fromRows[y + 1])
-            });
-            m_parts[i]->setRect({
-                QPointF(to[x], toRows[y]) / ratio, QPointF(to[x + 1], toRows[y + 1]) / ratio
-            });
+            m_parts[i]->setSourceRect(
+                {QPointF(from[x], fromRows[y]), QPointF(from[x + 1], fromRows[y + 1])});
+            m_parts[i]->setRect(
+                {QPointF(to[x], toRows[y]) / ratio, QPointF(to[x + 1], toRows[y + 1]) / ratio});
         }
         m_texture = std::move(texture);
     }
@@ -64,8 +62,7 @@ private:
 
 } // namespace
 
-SoftShadow::SoftShadow(QQuickItem *parent)
-    : QQuickItem(parent)
+SoftShadow::SoftShadow(QQuickItem *parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
     connect(this, &SoftShadow::changed, this, &SoftShadow::redraw);
@@ -99,8 +96,8 @@ QSGNode *SoftShadow::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
     const qreal sigma = m_blur * ratio;
     const qreal radius = m_radius * ratio;
     // From this size on the middle is flat, and only the nine parts' middle grows.
-    const qreal flat =
-        2 * std::ceil(radius + shadowReach(sigma) + std::max(std::abs(offset.x()), std::abs(offset.y())));
+    const qreal flat = 2 * std::ceil(radius + shadowReach(sigma) +
+                                     std::max(std::abs(offset.x()), std::abs(offset.y())));
     const ShadowBox box{full.boundedTo({flat, flat}), radius};
     QImage image = shadowMask(box, sigma, m_color);
     if (m_hollow)

@@ -23,9 +23,7 @@ constexpr qreal longestStep = 0.1;
 /// Calls the spring once a frame. Qt's animations all run on one timer, in step with the display.
 class Spring::Clock : public QAbstractAnimation {
 public:
-    explicit Clock(Spring &spring)
-        : m_spring(spring)
-    {}
+    explicit Clock(Spring &spring) : m_spring(spring) {}
 
     int duration() const override { return -1; }
 
@@ -45,9 +43,7 @@ private:
     int m_last = 0; ///< Milliseconds since the start.
 };
 
-Spring::Spring(QObject *parent)
-    : QObject(parent)
-    , m_clock(std::make_unique<Clock>(*this))
+Spring::Spring(QObject *parent) : QObject(parent), m_clock(std::make_unique<Clock>(*this))
 {
     connect(m_clock.get(), &QAbstractAnimation::stateChanged, this, &Spring::runningChanged);
 }

@@ -91,6 +91,7 @@ Column {
         PlainButton {
             padding: 6
             text: "Change…"
+            font.pixelSize: 12
             color: Theme.accent
         }
 
@@ -98,12 +99,14 @@ Column {
             padding: 6
             symbol: "copy"
             text: "Copy"
+            font.pixelSize: 12
         }
 
         PlainButton {
             padding: 6
             symbol: "delete"
             text: "Delete"
+            font.pixelSize: 12
             enabled: false
         }
 

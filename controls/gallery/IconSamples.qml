@@ -33,7 +33,7 @@ Column {
     }
 
     SampleRow {
-        title: "Icon: weights, and sizes from 10 to 40"
+        title: "Icon: weights, and sizes from 10 to 40; BrandPicture"
 
         Repeater {
             model: [Font.Normal, Font.Medium, Font.DemiBold, Font.Bold, Font.Black]
@@ -59,6 +59,16 @@ Column {
                 weight: Font.Medium
                 color: Theme.textPrimary
             }
+        }
+
+        BrandPicture {
+            width: 30
+            height: 30
+        }
+
+        BrandPicture {
+            width: 64
+            height: 64
         }
     }
 }
