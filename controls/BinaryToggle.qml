@@ -2,7 +2,7 @@ import QtQuick
 import Velmor.Controls
 
 // A switch. It shows `isOn`; a click asks the owner by `switched` for the other value.
-PlainButton {
+StatefulButton {
     id: toggle
 
     property bool isOn: false
@@ -10,9 +10,7 @@ PlainButton {
     signal switched(bool on)
 
     radius: height / 2
-    Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: isOn
+    checkState: isOn ? Qt.Checked : Qt.Unchecked
     onClicked: switched(!isOn)
 
     contentItem: ToggleTrack {

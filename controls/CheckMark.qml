@@ -13,18 +13,29 @@ T.CheckBox {
     font.family: Theme.fontFamily
     font.pixelSize: 12
 
-    Keys.onReturnPressed: event => event.isAutoRepeat || click()
-    Keys.onEnterPressed: event => event.isAutoRepeat || click()
+    function press() {
+        toggle();
+        toggled();
+        clicked();
+    }
 
-    indicator: Rectangle {
+    Accessible.name: text
+    Accessible.checkable: true
+    Accessible.checked: checked
+    Accessible.onPressAction: press()
+    Accessible.onToggleAction: press()
+    Keys.onReturnPressed: event => event.isAutoRepeat || press()
+    Keys.onEnterPressed: event => event.isAutoRepeat || press()
+
+    indicator: RoundedBox {
         x: box.leftPadding
         y: Math.round((box.height - height) / 2)
         width: 14
         height: 14
         radius: 4
         color: box.checked ? (box.down ? Theme.accentPressed : Theme.accent) : "#FFFFFF"
-        border.width: box.checked ? 0 : 1
-        border.color: box.down ? Theme.accent : Qt.rgba(0, 0, 0, 0.22)
+        lineWidth: box.checked ? 0 : 1
+        lineColor: box.down ? Theme.accent : Qt.rgba(0, 0, 0, 0.22)
 
         Icon {
             anchors.centerIn: parent

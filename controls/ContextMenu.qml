@@ -36,11 +36,12 @@ T.Menu {
             color: Qt.rgba(0, 0, 0, 0.2)
         }
 
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             radius: 10
             color: "#FFFFFF"
-            border.color: Qt.rgba(0, 0, 0, 0.08)
+            lineWidth: 1
+            lineColor: Qt.rgba(0, 0, 0, 0.08)
         }
     }
 

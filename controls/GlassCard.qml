@@ -23,13 +23,12 @@ T.Pane {
             hollow: true
         }
 
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             radius: card.radius
             color: Theme.frost
-            border.pixelAligned: false
-            border.width: 0.5
-            border.color: Qt.rgba(1, 1, 1, 0.6)
+            lineWidth: 0.5
+            lineColor: Qt.rgba(1, 1, 1, 0.6)
         }
     }
 }

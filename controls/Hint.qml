@@ -33,11 +33,12 @@ T.ToolTip {
             color: Qt.rgba(0, 0, 0, 0.2)
         }
 
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             radius: 6
             color: "#FFFFFF"
-            border.color: Qt.rgba(0, 0, 0, 0.08)
+            lineWidth: 1
+            lineColor: Qt.rgba(0, 0, 0, 0.08)
         }
     }
 

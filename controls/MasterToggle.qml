@@ -3,16 +3,13 @@ import Velmor.Controls
 
 // A switch for a group of things: off, partly on, on. It shows `toggleState` and never changes it:
 // a click asks the owner, by `clicked`.
-PlainButton {
+StatefulButton {
     id: toggle
 
     property int toggleState: ToggleState.Off
 
     radius: height / 2
-    Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: toggleState === ToggleState.On
-    Accessible.checkStateMixed: toggleState === ToggleState.Partial
+    checkState: [Qt.Unchecked, Qt.PartiallyChecked, Qt.Checked][toggleState]
 
     contentItem: ToggleTrack {
         position: toggle.toggleState / 2

@@ -22,7 +22,7 @@ T.MenuItem {
         verticalAlignment: Text.AlignVCenter
     }
 
-    background: Rectangle {
+    background: RoundedBox {
         radius: 6
         color: !entry.highlighted ? "transparent" : entry.down ? Theme.accentPressed : Theme.accent
     }

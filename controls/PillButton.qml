@@ -16,11 +16,10 @@ PlainButton {
     font.pixelSize: 14
     font.weight: Font.Medium
 
-    background: Rectangle {
+    background: RoundedBox {
         radius: button.radius
         color: !button.filled ? "transparent" : button.down ? Theme.accentPressed : Theme.accent
-        border.pixelAligned: false
-        border.width: button.filled ? 0 : 0.5
-        border.color: Qt.rgba(1, 1, 1, 0.7)
+        lineWidth: button.filled ? 0 : 0.5
+        lineColor: Qt.rgba(1, 1, 1, 0.7)
     }
 }

@@ -2,12 +2,12 @@ import QtQuick
 import Velmor.Controls
 
 // One choice of the `SegmentTrack` that it lies on.
-PlainButton {
+StatefulButton {
     id: segment
 
     required property int index
     required property var modelData
-    readonly property SegmentTrack track: parent as SegmentTrack
+    property SegmentTrack track: null
     readonly property bool selected: index === track.selectedIndex
 
     x: track.gap + index * track.step
@@ -22,10 +22,13 @@ PlainButton {
     font.pointSize: Theme.points(track.compact ? 11.5 : 13)
     font.weight: Font.Medium
     // One stop for Tab: the selected segment, or the first where none is.
-    activeFocusOnTab: index === Math.max(0, track.selectedIndex)
-    Accessible.role: Accessible.RadioButton
-    Accessible.checkable: true
-    Accessible.checked: selected
+    activeFocusOnTab: activeFocus || index === Math.max(0, track.selectedIndex)
+    checkState: selected ? Qt.Checked : Qt.Unchecked
+    // Kept when the parent goes, which it does before the segment.
+    onParentChanged: {
+        if (parent)
+            track = parent as SegmentTrack;
+    }
     Keys.onLeftPressed: track.pickByKey(index - 1)
     Keys.onRightPressed: track.pickByKey(index + 1)
     onClicked: track.picked(modelData.value)
@@ -34,7 +37,7 @@ PlainButton {
             forceActiveFocus(Qt.TabFocusReason);
     }
 
-    background: Rectangle {
+    background: RoundedBox {
         radius: height / 2
         color: segment.selected ? Theme.accent : "transparent"
     }

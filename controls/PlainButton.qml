@@ -30,9 +30,11 @@ T.AbstractButton {
 
     Accessible.name: text || hint
     Accessible.description: text ? hint : ""
+    Accessible.onPressAction: clicked()
+    Accessible.onToggleAction: clicked()
 
-    Keys.onReturnPressed: event => event.isAutoRepeat || click()
-    Keys.onEnterPressed: event => event.isAutoRepeat || click()
+    Keys.onReturnPressed: event => event.isAutoRepeat || clicked()
+    Keys.onEnterPressed: event => event.isAutoRepeat || clicked()
 
     contentItem: SymbolText {
         symbol: button.symbol

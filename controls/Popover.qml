@@ -47,8 +47,8 @@ T.Popup {
     padding: 14
     topInset: place.above ? 0 : arrowHeight
     bottomInset: place.above ? arrowHeight : 0
-    topPadding: padding + topInset
-    bottomPadding: padding + bottomInset
+    topPadding: padding + (place.above ? 0 : arrowHeight)
+    bottomPadding: padding + (place.above ? arrowHeight : 0)
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
     onAboutToShow: settle()
@@ -64,7 +64,7 @@ T.Popup {
             color: Qt.rgba(0, 0, 0, 0.18)
         }
 
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             radius: 12
             color: popover.color

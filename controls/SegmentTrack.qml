@@ -2,7 +2,7 @@ import QtQuick
 import Velmor.Controls
 
 // The ground of a `SegmentedPill`, with all that its segments need to know.
-Rectangle {
+RoundedBox {
     id: track
 
     property var options: []
@@ -27,8 +27,7 @@ Rectangle {
 
     radius: height / 2
     color: Theme.track
-    border.pixelAligned: false
-    border.width: 0.5
-    border.color: Qt.rgba(1, 1, 1, 0.6)
+    lineWidth: 0.5
+    lineColor: Qt.rgba(1, 1, 1, 0.6)
     Accessible.role: Accessible.Grouping
 }

@@ -41,10 +41,11 @@ T.TextField {
         verticalAlignment: Text.AlignVCenter
     }
 
-    background: Rectangle {
+    background: RoundedBox {
         radius: 6
         color: "#FFFFFF"
-        border.color: Qt.rgba(0, 0, 0, 0.14)
+        lineWidth: 1
+        lineColor: Qt.rgba(0, 0, 0, 0.14)
 
         FocusRing {
             shown: box.visualFocus

@@ -12,7 +12,7 @@ Item {
     implicitWidth: 38
     implicitHeight: 22
 
-    Rectangle {
+    RoundedBox {
         id: groove
 
         anchors.fill: parent
@@ -37,7 +37,7 @@ Item {
         color: Qt.rgba(0, 0, 0, 0.15)
     }
 
-    Rectangle {
+    RoundedBox {
         id: knob
 
         x: 2 + track.position * (track.width - width - 4)

@@ -32,10 +32,10 @@ TEST(ShadowMask, FallsOffLikeAGaussianOnEverySide)
         for (int i = 0; i < 2 * reach; ++i) {
             const double expected = 200 * halfPlane(reach - i - 0.5, sigma);
             const int last = mask.width() - 1 - i;
-            EXPECT_NEAR(alphaAt(mask, i, middle), expected, 1.6);
-            EXPECT_NEAR(alphaAt(mask, middle, i), expected, 1.6);
-            EXPECT_NEAR(alphaAt(mask, last, middle), expected, 1.6);
-            EXPECT_NEAR(alphaAt(mask, middle, last), expected, 1.6);
+            EXPECT_NEAR(alphaAt(mask, i, middle), expected, 2);
+            EXPECT_NEAR(alphaAt(mask, middle, i), expected, 2);
+            EXPECT_NEAR(alphaAt(mask, last, middle), expected, 2);
+            EXPECT_NEAR(alphaAt(mask, middle, last), expected, 2);
         }
     }
 }
@@ -49,7 +49,9 @@ TEST(ShadowMask, OfADiscIsTheSameInEveryDirection)
         const int along = alphaAt(mask, int(middle + distance), int(middle));
         for (const double degrees : {30.0, 45.0, 60.0, 90.0, 135.0, 270.0}) {
             const double a = degrees * 3.14159265 / 180;
-            EXPECT_NEAR(alphaAt(mask, int(middle + distance * std::cos(a)), int(middle + distance * std::sin(a))), along, 5);
+            EXPECT_NEAR(alphaAt(mask, int(middle + distance * std::cos(a)),
+                                int(middle + distance * std::sin(a))),
+                        along, 8);
         }
     }
 }
@@ -57,11 +59,11 @@ TEST(ShadowMask, OfADiscIsTheSameInEveryDirection)
 TEST(ShadowMask, TakesItsColourWithoutATint)
 {
     const QImage mask = shadowMask({QSizeF(200, 200), 22}, 10, QColor(80, 60, 160, 128));
-    const QRgb pixel = mask.pixel(mask.width() / 2, mask.height() / 2);
-    EXPECT_NEAR(qRed(pixel), 80, 1);
-    EXPECT_NEAR(qGreen(pixel), 60, 1);
-    EXPECT_NEAR(qBlue(pixel), 160, 1);
-    EXPECT_EQ(qAlpha(pixel), 128);
+    const QColor pixel = mask.pixelColor(mask.width() / 2, mask.height() / 2);
+    EXPECT_NEAR(pixel.red(), 80, 2);
+    EXPECT_NEAR(pixel.green(), 60, 2);
+    EXPECT_NEAR(pixel.blue(), 160, 2);
+    EXPECT_EQ(pixel.alpha(), 128);
 }
 
 TEST(ShadowMask, CutsTheBoxOutWhereItLies)

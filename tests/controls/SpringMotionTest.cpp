@@ -17,12 +17,12 @@ TEST(SpringMotion, FollowsTheEquationOfADampedSpring)
         SpringNature nature;
     };
     const Case cases[] = {
-        {"lively",            {100, 0},   {0.25, 0.6}  },
-        {"pushed away",       {10, 400},  {0.35, 0.85} },
-        {"almost critical",   {1, -3},    {0.4, 0.9999}},
-        {"critical",          {1, -3},    {0.4, 1}     },
-        {"slow, never over",  {-50, 0},   {0.4, 2.5}   },
-        {"swings for ever",   {1, 0},     {0.5, 0}     },
+        {"lively",           {100, 0},  {0.25, 0.6}  },
+        {"pushed away",      {10, 400}, {0.35, 0.85} },
+        {"almost critical",  {1, -3},   {0.4, 0.9999}},
+        {"critical",         {1, -3},   {0.4, 1}     },
+        {"slow, never over", {-50, 0},  {0.4, 2.5}   },
+        {"swings for ever",  {1, 0},    {0.5, 0}     },
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.what);
@@ -32,7 +32,8 @@ TEST(SpringMotion, FollowsTheEquationOfADampedSpring)
         const double w = 2 * std::numbers::pi / c.nature.response;
         SpringMoment expected = c.start;
         for (int i = 0; i < steps; ++i) {
-            const double pull = -w * (2 * c.nature.damping * expected.velocity + w * expected.offset);
+            const double pull =
+                -w * (2 * c.nature.damping * expected.velocity + w * expected.offset);
             expected.velocity += pull * seconds / steps;
             expected.offset += expected.velocity * seconds / steps;
         }

@@ -1,0 +1,22 @@
+import QtQuick
+import Velmor.Controls
+
+// A button that shows a state which its owner keeps: a switch, or one of several choices. A click
+// asks for a change and makes none.
+PlainButton {
+    id: button
+
+    property int checkState: Qt.Unchecked
+
+    function showState() {
+        checked = Qt.binding(() => checkState === Qt.Checked);
+    }
+
+    checkable: true
+    Accessible.checkable: true
+    Accessible.checked: checkState === Qt.Checked
+    Accessible.checkStateMixed: checkState === Qt.PartiallyChecked
+    // The template has just flipped it.
+    onToggled: showState()
+    Component.onCompleted: showState()
+}
