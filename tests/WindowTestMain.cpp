@@ -1,9 +1,11 @@
 #include <QGuiApplication>
 #include <gmock/gmock.h>
 
-// The start of test programs that make windows.
+// The start of test programs that make windows: in memory, unless the caller wants to see them.
 int main(int argc, char **argv)
 {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("VelmorTests"));
     testing::InitGoogleMock(&argc, argv);

@@ -131,7 +131,7 @@ Item {
         }
 
         function test_segments(row) {
-            const pill = show("SegmentedPill { width: 200; compact: %1; selection: %2; options: [{label: '', value: 1}, {label: '', value: 2}] }".arg(row.compact).arg(row.selection));
+            const pill = show(`SegmentedPill { width: 200; compact: ${row.compact}; selection: ${row.selection}; options: [{label: '', value: 1}, {label: '', value: 2}] }`);
             const middle = pill.height / 2;
             const second = 100 + row.gap / 2;
             near(second - 2, middle, "#F1EFF7");
@@ -147,7 +147,7 @@ Item {
 
         // Half of the shadow's strength lies on its edge, whatever the scale.
         function test_shadow(row) {
-            show("SoftShadow { width: 100; height: 60; blur: 6; offsetY: 10; color: '#80000000'; hollow: %1 }".arg(row.hollow));
+            show(`SoftShadow { width: 100; height: 60; blur: 6; offsetY: 10; color: '#80000000'; hollow: ${row.hollow} }`);
             const at = (x, y) => picture.pixel(Math.floor((100 + x) * ratio), Math.floor((60 + y) * ratio)).r;
             verify(Math.abs(at(50, 70) - 0.75) < 0.03, "edge below: " + at(50, 70));
             verify(Math.abs(at(50, 40) - row.inside) < 0.01, "inside: " + at(50, 40));
