@@ -15,10 +15,7 @@ Popover {
 
     padding: 8
     visible: current && base.showPresetMenu
-    onClosed: {
-        if (current)
-            base.showPresetMenu = false;
-    }
+    onClosed: base.showPresetMenu = false
     onAboutToShow: openedByKeyboard = byKeyboard
     onOpened: {
         if (openedByKeyboard)
