@@ -8,19 +8,24 @@ namespace velmor {
 
 namespace {
 
-const QString overview =
-    QStringLiteral("Usage: velmor COMMAND [options]\n"
-                   "Turns paper into searchable PDF files.\n\n"
-                   "Commands:\n"
-                   "  scan     Scan into a PDF and print its path.\n"
-                   "  devices  List the scanners: id, name and driver, separated by tabs.\n"
-                   "  presets  List the presets by name.\n"
-                   "  magic    Give saved scans other levels.\n"
-                   "  ocr      Make the text of saved PDFs searchable.\n\n"
-                   "Options:\n"
-                   "  -h, --help     Show this help, or that of a command.\n"
-                   "  -v, --version  Show the version.\n\n"
-                   "The environment variable VELMOR_ENGINE names another scanner engine.\n");
+const QString overview = QStringLiteral(
+    "Usage: velmor [COMMAND] [options]\n"
+    "Turns paper into searchable PDF files. Without a command it opens its window.\n\n"
+    "Commands:\n"
+    "  scan     Scan into a PDF and print its path.\n"
+    "  devices  List the scanners: id, name and driver, separated by tabs.\n"
+    "  presets  List the presets by name.\n"
+    "  magic    Give saved scans other levels.\n"
+    "  ocr      Make the text of saved PDFs searchable.\n\n"
+    "Options:\n"
+    "  -h, --help     Show this help, or that of a command.\n"
+    "  -v, --version  Show the version.\n"
+    "  -uiDrawer      Open the window with all settings in sight.\n"
+    "  --gallery      Open a window with all controls, for developers.\n\n"
+    "Exit code 7 means that there is no display to open the window on.\n"
+    "The environment variable VELMOR_ENGINE names another scanner engine.\n");
+
+const QString uiDrawer = QStringLiteral("-uiDrawer");
 
 const QString exitCodes =
     QStringLiteral("\nExit codes: 0 done, 2 wrong use, 3 nothing scanned, 4 no scanner found, "
@@ -313,6 +318,8 @@ Request parseCommandLine(const QStringList &arguments, const QString &version)
 {
     const QString command = arguments.value(1);
     const QStringList rest = arguments.mid(2);
+    if (rest.contains(uiDrawer) || command == uiDrawer)
+        return WindowRequest{WindowRequest::Page::homeWithAdvancedPanel};
     if (command == u"-v" || arguments.contains(QLatin1String("--version")))
         return PrintRequest{QStringLiteral("velmor %1\n").arg(version)};
     if (command == u"scan")
@@ -327,9 +334,10 @@ Request parseCommandLine(const QStringList &arguments, const QString &version)
         return parseOcr(rest);
     if (command == u"-h" || command == u"--help" || command == u"help")
         return PrintRequest{overview};
-    if (command.isEmpty())
-        return WrongUse{
-            QStringLiteral("A command is missing: scan, devices, presets, magic or ocr.")};
+    if (command == u"--gallery")
+        return WindowRequest{WindowRequest::Page::gallery};
+    if (arguments.size() < 2)
+        return WindowRequest{};
     return WrongUse{QStringLiteral("There is no command %1.").arg(quoted(command))};
 }
 

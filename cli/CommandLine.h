@@ -19,6 +19,17 @@ struct SearchLimit {
     std::chrono::seconds value{60};
 };
 
+/// "velmor" without a command: the window.
+struct WindowRequest {
+    enum class Page {
+        home,
+        homeWithAdvancedPanel, ///< "-uiDrawer", which may stand anywhere among the arguments.
+        gallery                ///< "--gallery": all controls, for those who work on them.
+    };
+
+    Page page = Page::home;
+};
+
 /// "velmor scan". What is absent stays as the tab sets it.
 struct ScanRequest {
     DocumentType tab = DocumentType::document;
@@ -66,8 +77,8 @@ struct WrongUse {
     QString message;
 };
 
-using Request = std::variant<ScanRequest, DevicesRequest, PresetsRequest, MagicRequest, OcrRequest,
-                             PrintRequest, WrongUse>;
+using Request = std::variant<WindowRequest, ScanRequest, DevicesRequest, PresetsRequest,
+                             MagicRequest, OcrRequest, PrintRequest, WrongUse>;
 
 /// The request of a command line, the program's name being its first argument.
 [[nodiscard]] Request parseCommandLine(const QStringList &arguments, const QString &version);

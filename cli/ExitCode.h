@@ -9,7 +9,8 @@ enum class ExitCode {
     nothingScanned = 3,
     noScanner = 4,
     engineFailed = 5, ///< It couldn't start, went away, or reported an error.
-    notSaved = 6      ///< The PDF, or one of several, couldn't be saved.
+    notSaved = 6,     ///< The PDF, or one of several, couldn't be saved.
+    noDisplay = 7     ///< There is nothing to open the window on.
 };
 
 } // namespace velmor

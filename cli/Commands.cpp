@@ -1,4 +1,5 @@
-#include "cli/CommandLine.h"
+#include "cli/Commands.h"
+
 #include "cli/DevicesRun.h"
 #include "cli/Interrupts.h"
 #include "cli/RebuildRun.h"
@@ -7,9 +8,9 @@
 
 #include <QCoreApplication>
 
-namespace {
+namespace velmor {
 
-using namespace velmor;
+namespace {
 
 /// Starts `run` on the event loop, and answers its exit code.
 template <typename Run> int execute(Run &run)
@@ -21,6 +22,8 @@ template <typename Run> int execute(Run &run)
     QMetaObject::invokeMethod(&run, &Run::start, Qt::QueuedConnection);
     return QCoreApplication::exec();
 }
+
+} // namespace
 
 int carryOut(const ScanRequest &request)
 {
@@ -69,12 +72,4 @@ int carryOut(const WrongUse &use)
     return static_cast<int>(ExitCode::wrongUse);
 }
 
-} // namespace
-
-int main(int argc, char **argv)
-{
-    const QCoreApplication application(argc, argv);
-    const QString version = QStringLiteral(VELMOR_VERSION);
-    return std::visit([](const auto &request) { return carryOut(request); },
-                      parseCommandLine(QCoreApplication::arguments(), version));
-}
+} // namespace velmor

@@ -1,0 +1,106 @@
+#include "browser/WindowAttachment.h"
+
+#include <QGuiApplication>
+#include <qpa/qwindowsysteminterface.h>
+
+namespace velmor {
+
+namespace {
+
+bool onWayland()
+{
+    return QGuiApplication::platformName().startsWith(u"wayland");
+}
+
+void giveKeyboard(QWindow *window)
+{
+    if (QGuiApplication::focusWindow() != window)
+        QWindowSystemInterface::handleWindowActivated(window, Qt::MouseFocusReason);
+}
+
+} // namespace
+
+WindowAttachment::WindowAttachment(CardWindow &parent, GalleryWindow &child)
+    : m_parent(&parent), m_child(&child)
+{
+    if (onWayland()) {
+        child.setParent(&parent);
+        parent.installEventFilter(this);
+        child.installEventFilter(this);
+    } else {
+        child.setTransientParent(&parent);
+        connect(&parent, &QWindow::xChanged, this, &WindowAttachment::follow);
+        connect(&parent, &QWindow::yChanged, this, &WindowAttachment::follow);
+        connect(&child, &QWindow::xChanged, this, &WindowAttachment::noticeMove);
+        connect(&child, &QWindow::yChanged, this, &WindowAttachment::noticeMove);
+    }
+    connect(&child, &CardWindow::dragged, this, &WindowAttachment::adopt);
+}
+
+void WindowAttachment::keepPlace()
+{
+    m_offset = m_child->place() - m_parent->cardGeometry().topLeft();
+}
+
+void WindowAttachment::follow()
+{
+    m_child->setPlace(m_parent->cardGeometry().topLeft() + m_offset);
+}
+
+/// Window managers let the user move any window; the drawer then keeps its new place.
+void WindowAttachment::noticeMove()
+{
+    if (!m_child->isOwnMove())
+        adopt(m_child->cardGeometry().topLeft());
+}
+
+void WindowAttachment::adopt(const QPoint &topLeft)
+{
+    m_child->adoptPlace(topLeft);
+    keepPlace();
+}
+
+void WindowAttachment::activateChild()
+{
+    if (onWayland()) {
+        giveKeyboard(m_child);
+    } else {
+        m_child->raise();
+        m_child->requestActivate();
+    }
+}
+
+bool WindowAttachment::eventFilter(QObject *receiver, QEvent *event)
+{
+    if (receiver == m_parent)
+        return routeParentEvent(*event);
+    routeChildEvent(*event);
+    return false;
+}
+
+bool WindowAttachment::routeParentEvent(QEvent &event)
+{
+    const bool childHasKeyboard = QGuiApplication::focusWindow() == m_child;
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::TouchBegin:
+        if (childHasKeyboard)
+            giveKeyboard(m_parent);
+        return false;
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+        return childHasKeyboard && QCoreApplication::sendEvent(m_child, &event);
+    default:
+        return false;
+    }
+}
+
+void WindowAttachment::routeChildEvent(const QEvent &event)
+{
+    if (event.type() == QEvent::MouseButtonPress || event.type() == QEvent::TouchBegin)
+        giveKeyboard(m_child);
+    else if (event.type() == QEvent::Hide && QGuiApplication::focusWindow() == m_child)
+        giveKeyboard(m_parent);
+}
+
+} // namespace velmor

@@ -1,0 +1,92 @@
+import QtQuick
+import Velmor.Controls
+import Velmor.Windows
+import Velmor.Home
+import Velmor.Browser
+import Velmor.Shell
+
+// The main window: the home screen as a card, the drawer beside it, and the application's menu.
+KeyableMainWindow {
+    id: window
+
+    required property AppModel model
+    required property AppDelegate application
+
+    title: "Velmor"
+    cardWidth: Math.ceil(home.implicitWidth)
+    cardHeight: Math.ceil(home.implicitHeight)
+    cardRadius: Theme.cardRadius
+    shadowMargin: 48
+
+    SoftShadow {
+        anchors.fill: home
+        visible: window.composited
+        radius: window.cardRadius
+        blur: 14
+        offsetY: 6
+        color: "#4D000000"
+    }
+
+    // Where the window is cut to the card's shape, the soft edge of that has something to blend into.
+    Rectangle {
+        anchors.fill: home
+        visible: !window.composited
+        color: Theme.gradientTop
+    }
+
+    HomeView {
+        id: home
+
+        x: window.margin
+        y: window.margin
+        width: window.cardWidth
+        height: window.cardHeight
+        focus: true
+        model: window.model
+
+        GalleryPanel {
+            ScansBrowserView {
+                scans: ScansList {
+                    model: window.model
+                }
+            }
+        }
+
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            onTapped: point => menu.popup(point.position.x, point.position.y)
+        }
+
+        ContextMenu {
+            id: menu
+
+            margins: window.margin + 6
+
+            MenuEntry {
+                text: qsTr("About VELMOR")
+                onTriggered: window.application.showAbout()
+            }
+
+            MenuEntry {
+                text: qsTr("Check for Updates…")
+                onTriggered: window.application.checkForUpdates()
+            }
+
+            MenuEntry {
+                text: qsTr("Quit")
+                onTriggered: window.application.quit()
+            }
+        }
+    }
+
+    Shortcut {
+        sequences: ["Menu", "Shift+F10"]
+        onActivated: menu.popup(16, 40)
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Quit, "Ctrl+Q"]
+        context: Qt.ApplicationShortcut
+        onActivated: window.application.quit()
+    }
+}

@@ -1,0 +1,116 @@
+#include "shell/VelmorApp.h"
+
+#include "cli/ExitCode.h"
+#include "cli/Interrupts.h"
+#include "cli/TerminalText.h"
+#include "controls/InterfaceFont.h"
+#include "shell/AppDelegate.h"
+#include "shell/AppInfo.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QOpenGLContext>
+#include <QQuickView>
+#include <QSessionManager>
+
+#include <unistd.h>
+
+namespace velmor {
+
+namespace {
+
+constexpr int windowFailed = 1;
+
+/// Qt ends the process with a crash if it finds no display, and has said much by then. This makes
+/// one sentence and an exit code of it.
+void reportNoDisplay(QtMsgType type, const QMessageLogContext &, const QString &)
+{
+    if (type != QtFatalMsg)
+        return;
+    printErrorLine("velmor: There is no display to open the window on. Without one, use the "
+                   "commands; try “velmor --help”.");
+    _exit(static_cast<int>(ExitCode::noDisplay));
+}
+
+/// Qt looks for X11 first, also where there is Wayland alone.
+void chooseWindowSystem()
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY") &&
+        !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "wayland");
+}
+
+/// A display without OpenGL has pictures drawn by the processor.
+void chooseRenderer()
+{
+    if (qEnvironmentVariableIsSet("QT_QUICK_BACKEND"))
+        return;
+    QOpenGLContext context;
+    if (!context.create())
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+}
+
+std::unique_ptr<QGuiApplication> makeApplication(int &argc, char **argv)
+{
+    chooseWindowSystem();
+    // A translucent window can't become one later.
+    QQuickWindow::setDefaultAlphaBuffer(true);
+    QGuiApplication::setDesktopFileName(AppInfo::applicationId);
+    const QtMessageHandler handler = qInstallMessageHandler(reportNoDisplay);
+    auto application = std::make_unique<QGuiApplication>(argc, argv);
+    qInstallMessageHandler(handler);
+
+    QCoreApplication::setApplicationName(QStringLiteral("Velmor"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(VELMOR_VERSION));
+    QGuiApplication::setFont(interfaceFont());
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/velmor/brand/velmor.svg")));
+    // The window's state isn't restored: the desktop's next session starts without it.
+    QObject::connect(
+        application.get(), &QGuiApplication::saveStateRequest, application.get(),
+        [](QSessionManager &session) { session.setRestartHint(QSessionManager::RestartNever); },
+        Qt::DirectConnection);
+    return application;
+}
+
+int runHome(AppDelegate::AdvancedPanel panel)
+{
+    AppDelegate delegate;
+    const Interrupts interrupts;
+    QObject::connect(&interrupts, &Interrupts::interrupted, &delegate, &AppDelegate::quit);
+    if (!delegate.applicationDidFinishLaunching(panel))
+        return windowFailed;
+    return QGuiApplication::exec();
+}
+
+int runGallery()
+{
+    QQuickView view;
+    view.engine()->addImportPath(QStringLiteral(":/qt/qml"));
+    view.setColor(Qt::white);
+    view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmor/Controls/Gallery.qml")));
+    if (view.status() == QQuickView::Error)
+        return windowFailed;
+    const Interrupts interrupts;
+    QObject::connect(&interrupts, &Interrupts::interrupted, qGuiApp, &QCoreApplication::quit);
+    view.show();
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+int runVelmorApp(int &argc, char **argv, const WindowRequest &request)
+{
+    const std::unique_ptr<QGuiApplication> application = makeApplication(argc, argv);
+    chooseRenderer();
+    switch (request.page) {
+    case WindowRequest::Page::gallery:
+        return runGallery();
+    case WindowRequest::Page::homeWithAdvancedPanel:
+        return runHome(AppDelegate::AdvancedPanel::open);
+    case WindowRequest::Page::home:
+        break;
+    }
+    return runHome(AppDelegate::AdvancedPanel::closed);
+}
+
+} // namespace velmor

@@ -1,0 +1,239 @@
+#include "windows/CardWindow.h"
+
+#include "windows/CardGeometry.h"
+#include "windows/WindowShape.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace velmor {
+
+namespace {
+
+/// How far the window is ahead of a growing card.
+constexpr int growthAhead = 480;
+/// A card that kept its size this long has stopped growing or shrinking.
+constexpr std::chrono::milliseconds settled{250};
+/// A pointer that moved less than this, across and along together, clicks.
+constexpr int clickDistance = 3;
+/// Inside a card without margin nothing but its own edge can be held.
+constexpr EdgeGrip gripWithMargin{6, 3};
+constexpr EdgeGrip gripWithoutMargin{0, 5};
+
+bool onWayland()
+{
+    return QGuiApplication::platformName().startsWith(u"wayland");
+}
+
+/// How much taller a window may become at its bottom without being pushed up by window managers
+/// that keep windows on the screen.
+int roomBelow(const QWindow &window, int bottom)
+{
+    const QScreen *screen = window.screen();
+    if (onWayland() || !screen)
+        return growthAhead;
+    return std::max(0, screen->availableGeometry().bottom() - bottom);
+}
+
+} // namespace
+
+CardWindow::CardWindow(Resizing resizing, QWindow *parent)
+    : QQuickWindow(parent), m_resizing(resizing)
+{
+    setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint);
+    setColor(Qt::transparent);
+    m_usedMargin = margin();
+    m_fitting.setSingleShot(true);
+    m_fitting.setInterval(settled);
+    connect(&m_fitting, &QTimer::timeout, this,
+            [this] { setFrame(cardGeometry().topLeft(), fittingSize()); });
+    connect(&m_compositing, &Compositing::activeChanged, this, &CardWindow::marginChanged);
+    connect(this, &CardWindow::marginChanged, this, &CardWindow::changeMargin);
+    connect(this, &CardWindow::cardRadiusChanged, this, &CardWindow::updateShape);
+}
+
+// --- Size and place ------------------------------------------------------------------------------
+
+QRect CardWindow::cardInWindow() const
+{
+    return {QPoint(margin(), margin()), m_cardSize};
+}
+
+QRect CardWindow::cardGeometry() const
+{
+    const QPoint origin = QWindow::parent() ? QWindow::parent()->position() : QPoint();
+    return {origin + position() + QPoint(m_usedMargin, m_usedMargin), m_cardSize};
+}
+
+QSize CardWindow::fittingSize() const
+{
+    return m_cardSize + QSize(2 * margin(), 2 * margin());
+}
+
+void CardWindow::setCardPosition(const QPoint &topLeft)
+{
+    setFrame(topLeft, size());
+}
+
+void CardWindow::setCardSize(const QSize &size)
+{
+    if (size == m_cardSize || size.isEmpty())
+        return;
+    m_cardSize = size;
+    followCard();
+    Q_EMIT cardSizeChanged();
+}
+
+/// Makes room for the card at once, and takes room away only when it has come to rest.
+void CardWindow::followCard()
+{
+    const QPoint cardTopLeft = cardGeometry().topLeft();
+    if (!isVisible() || m_resizing == Resizing::byUser) {
+        setFrame(cardTopLeft, fittingSize());
+        return;
+    }
+    QSize room = size().expandedTo(fittingSize());
+    if (room.height() > height()) {
+        const int bottom = cardTopLeft.y() - margin() + room.height();
+        room.rheight() += std::min(growthAhead, roomBelow(*this, bottom));
+    }
+    if (room != size())
+        setFrame(cardTopLeft, room);
+    m_fitting.start();
+    updateShape();
+}
+
+void CardWindow::setFrame(const QPoint &cardTopLeft, const QSize &size)
+{
+    const QPoint origin = QWindow::parent() ? QWindow::parent()->position() : QPoint();
+    // Whatever the window manager thinks, the size isn't its to change.
+    setMinimumSize({1, 1});
+    setMaximumSize(size);
+    setMinimumSize(size);
+    m_usedMargin = margin();
+    const QPoint topLeft = cardTopLeft - origin - QPoint(m_usedMargin, m_usedMargin);
+    if (topLeft != position())
+        m_movingTo = topLeft;
+    setGeometry({topLeft, size});
+    updateShape();
+}
+
+bool CardWindow::isOwnMove()
+{
+    if (!m_movingTo)
+        return false;
+    if (*m_movingTo == position())
+        m_movingTo.reset();
+    return true;
+}
+
+void CardWindow::changeMargin()
+{
+    setFrame(cardGeometry().topLeft(), fittingSize());
+}
+
+void CardWindow::updateShape()
+{
+    const bool byUser = m_resizing == Resizing::byUser;
+    const int grip = composited() && byUser ? gripWithMargin.outside : 0;
+    setInputShape(*this, cardInWindow().adjusted(-grip, -grip, grip, grip));
+    if (composited())
+        clearVisibleShape(*this);
+    else
+        setVisibleShape(*this, cardInWindow(), m_cardRadius);
+}
+
+void CardWindow::exposeEvent(QExposeEvent *event)
+{
+    QQuickWindow::exposeEvent(event);
+    if (isExposed())
+        updateShape();
+}
+
+// --- Moving and resizing -------------------------------------------------------------------------
+
+Qt::Edges CardWindow::edgesUnder(const QPoint &windowPosition) const
+{
+    if (m_resizing != Resizing::byUser)
+        return {};
+    return edgesAt(windowPosition, cardInWindow(),
+                   composited() ? gripWithMargin : gripWithoutMargin);
+}
+
+void CardWindow::mousePressEvent(QMouseEvent *event)
+{
+    const bool left = event->button() == Qt::LeftButton;
+    const Qt::Edges edges = left ? edgesUnder(event->position().toPoint()) : Qt::Edges();
+    if (!edges) {
+        QQuickWindow::mousePressEvent(event);
+        if (!left || event->isAccepted())
+            return;
+    }
+    m_drag = {event->globalPosition().toPoint(), cardGeometry(), edges};
+    event->accept();
+}
+
+void CardWindow::mouseMoveEvent(QMouseEvent *event)
+{
+    if (m_drag) {
+        dragTo(event->globalPosition().toPoint());
+        return;
+    }
+    QQuickWindow::mouseMoveEvent(event);
+    if (event->buttons() == Qt::NoButton)
+        showEdgesUnder(event->position().toPoint());
+}
+
+void CardWindow::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (m_drag && event->button() == Qt::LeftButton)
+        m_drag.reset();
+    else
+        QQuickWindow::mouseReleaseEvent(event);
+}
+
+void CardWindow::dragTo(const QPoint &pointer)
+{
+    const QPoint way = pointer - m_drag->from;
+    if (!m_drag->moving && way.manhattanLength() <= clickDistance)
+        return;
+    m_drag->moving = true;
+    QRect card = m_drag->card.translated(way);
+    if (m_drag->edges) {
+        card = resized(m_drag->card, m_drag->edges, way, m_smallestCard);
+        m_cardSize = card.size();
+        setFrame(card.topLeft(), fittingSize());
+        Q_EMIT cardSizeChanged();
+    } else if (onWayland() && !QWindow::parent()) {
+        m_drag.reset(); // Only the compositor can move it; the release doesn't come here.
+        startSystemMove();
+        return;
+    } else {
+        // Not by the window manager, as some report the way only at its end: what is attached to
+        // this window goes along at every step.
+        setCardPosition(card.topLeft());
+    }
+    Q_EMIT dragged(card.topLeft());
+}
+
+void CardWindow::showEdgesUnder(const QPoint &windowPosition)
+{
+    const Qt::Edges edges = edgesUnder(windowPosition);
+    if (edges)
+        setCursor(cursorFor(edges));
+    else if (m_edgeCursor)
+        unsetCursor();
+    m_edgeCursor = static_cast<bool>(edges);
+}
+
+bool CardWindow::event(QEvent *event)
+{
+    // A press whose release went elsewhere, as when a dialog opens, drags nothing any more.
+    if (event->type() == QEvent::FocusOut || event->type() == QEvent::Hide)
+        m_drag.reset();
+    return QQuickWindow::event(event);
+}
+
+} // namespace velmor
