@@ -115,7 +115,6 @@ bool GalleryPanel::make()
     m_child.reset(static_cast<GalleryWindow *>(made.release()));
     QQmlEngine::setObjectOwnership(m_child.get(), QQmlEngine::CppOwnership);
     connect(m_child.get(), &GalleryWindow::closeAsked, this, [this] { setPresented(false); });
-    connect(m_child.get(), &QQuickWindow::closing, this, [this] { setPresented(false); });
     return true;
 }
 

@@ -38,8 +38,6 @@ Q_SIGNALS:
     void contentChanged();
     void presenceChanged();
     void slideChanged();
-    /// The user wants the drawer closed.
-    void closeAsked();
 
 private:
     [[nodiscard]] QPoint windowSlide() const;

@@ -85,7 +85,8 @@ std::unique_ptr<KeyableMainWindow> AppDelegate::makeWindow()
             {QStringLiteral("application"), QVariant::fromValue(this)    }
     });
     if (window)
-        connect(window.get(), &QQuickWindow::closing, this, &AppDelegate::quit);
+        connect(window.get(), &CardWindow::closeAsked, this, &AppDelegate::quit,
+                Qt::QueuedConnection);
     return window;
 }
 
@@ -142,7 +143,10 @@ void AppDelegate::showDialog(const QString &file, const QVariantMap &properties)
         dialog = loadWindow<QQuickWindow>(m_engine, file, properties).release();
         if (!dialog)
             return;
-        connect(dialog, &QQuickWindow::closing, dialog, &QObject::deleteLater);
+        connect(dialog, &QWindow::visibleChanged, dialog, [closed = dialog.data()](bool visible) {
+            if (!visible)
+                closed->deleteLater();
+        });
         dialog->setTransientParent(m_window.get());
     }
     dialog->show();

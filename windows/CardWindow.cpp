@@ -233,6 +233,8 @@ bool CardWindow::event(QEvent *event)
     // A press whose release went elsewhere, as when a dialog opens, drags nothing any more.
     if (event->type() == QEvent::FocusOut || event->type() == QEvent::Hide)
         m_drag.reset();
+    else if (event->type() == QEvent::Close)
+        Q_EMIT closeAsked();
     return QQuickWindow::event(event);
 }
 

@@ -62,6 +62,8 @@ Q_SIGNALS:
     void marginChanged();
     /// The user dragged the window, or an edge of it, one step further: the card goes to `topLeft`.
     void dragged(const QPoint &topLeft);
+    /// The user or the desktop wants the window closed. The desktop closes it by itself.
+    void closeAsked();
 
 protected:
     bool event(QEvent *event) override;

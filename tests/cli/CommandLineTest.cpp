@@ -53,12 +53,35 @@ TEST(CommandLine, TheTabSetsWhatTheOptionsLeaveOpen)
               all);
 }
 
+TEST(CommandLine, WithoutACommandItIsTheWindow)
+{
+    using Page = WindowRequest::Page;
+    const struct {
+        const char *arguments;
+        std::optional<Page> page; ///< Absent if it isn't the window.
+    } cases[] = {
+        {"",                        Page::home                 },
+        {"-uiDrawer",               Page::homeWithAdvancedPanel},
+        {"-platform x -uiDrawer y", Page::homeWithAdvancedPanel},
+        {"-uidrawer",               {}                         },
+        {"-uiDrawer=1",             {}                         },
+        {"--gallery",               Page::gallery              },
+        {"devices --gallery",       {}                         },
+        {"--version",               {}                         },
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.arguments);
+        const Request request = parsed(c.arguments);
+        const auto *window = std::get_if<WindowRequest>(&request);
+        EXPECT_EQ(window ? std::optional(window->page) : std::nullopt, c.page);
+    }
+}
+
 TEST(CommandLine, WrongUseIsToldPrecisely)
 {
     const struct {
         const char *arguments, *message;
     } cases[] = {
-        {"",                        "scan, devices"               },
         {"fax",                     "“fax”"                       },
         {"scan --quality 200",      "150, 300, 600, not “200”"    },
         {"scan --color gray",       "auto, color, grayscale, bw"  },
