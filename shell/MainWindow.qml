@@ -43,6 +43,8 @@ KeyableMainWindow {
         height: window.cardHeight
         focus: true
         model: window.model
+        onCloseRequested: window.application.quit()
+        onMinimiseRequested: window.showMinimized()
 
         GalleryPanel {
             ScansBrowserView {
