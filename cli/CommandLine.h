@@ -19,7 +19,7 @@ struct SearchLimit {
     std::chrono::seconds value{60};
 };
 
-/// "velmor" without a command: the window.
+/// "velmor" without a command: the window, which isn't one of the commands.
 struct WindowRequest {
     enum class Page {
         home,

@@ -10,8 +10,9 @@ namespace velmor {
 /// A rectangle that fades from `from` in its top left corner over `middle`, half way, to `to` in
 /// its bottom right corner.
 ///
-/// Colours change along the diagonal and are equal across it, whatever the shape.
-class DiagonalGradient : public velmor::PictureItem {
+/// With a `radius` its corners are round. Colours change along the diagonal and are equal across
+/// it, whatever the shape.
+class DiagonalGradient : public PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor from MEMBER m_from NOTIFY changed)

@@ -35,7 +35,8 @@ class AdvancedPanel : public QObject {
     Q_PROPERTY(bool autoLevelsEnabled READ autoLevelsEnabled WRITE setAutoLevelsEnabled NOTIFY
                    settingsChanged)
     Q_PROPERTY(bool ocr READ ocr WRITE setOcr NOTIFY settingsChanged)
-    Q_PROPERTY(velmor::togglestate::ToggleState enhanceState READ enhanceState NOTIFY settingsChanged)
+    Q_PROPERTY(
+        velmor::ToggleStateType::ToggleState enhanceState READ enhanceState NOTIFY settingsChanged)
     Q_PROPERTY(QString folderLabel READ folderLabel NOTIFY settingsChanged)
     Q_PROPERTY(QUrl folder READ folder NOTIFY settingsChanged)
 
