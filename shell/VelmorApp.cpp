@@ -10,7 +10,7 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QOpenGLContext>
-#include <QQuickView>
+#include <QQmlApplicationEngine>
 #include <QSessionManager>
 
 #include <unistd.h>
@@ -84,15 +84,13 @@ int runHome(AppDelegate::AdvancedPanel panel)
 
 int runGallery()
 {
-    QQuickView view;
-    view.engine()->addImportPath(QStringLiteral(":/qt/qml"));
-    view.setColor(Qt::white);
-    view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmor/Controls/Gallery.qml")));
-    if (view.status() == QQuickView::Error)
+    QQmlApplicationEngine engine;
+    engine.addImportPath(QStringLiteral(":/qt/qml"));
+    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Velmor/Controls/Gallery.qml")));
+    if (engine.rootObjects().isEmpty())
         return windowFailed;
     const Interrupts interrupts;
     QObject::connect(&interrupts, &Interrupts::interrupted, qGuiApp, &QCoreApplication::quit);
-    view.show();
     return QGuiApplication::exec();
 }
 

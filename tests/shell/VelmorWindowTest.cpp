@@ -24,7 +24,8 @@ protected:
     {
         const QString feeder = folder.filePath(QStringLiteral("feeder"));
         QDir().mkpath(feeder);
-        EXPECT_TRUE(QFile::copy(QStringLiteral(SAMPLE_PAGE), feeder + u"/letter.png"));
+        EXPECT_TRUE(
+            QFile::copy(QStringLiteral(SAMPLE_PAGE), feeder + QStringLiteral("/letter.png")));
         environment = QProcessEnvironment::systemEnvironment();
         for (const char *name :
              {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"})
@@ -159,27 +160,22 @@ TEST_F(VelmorWindowTest, OtherWaysToQuitEndItCleanlyToo)
 {
     const struct {
         const char *what;
-        void (*quit)(VelmorWindowTest &test);
+        const char *key; ///< Null for a signal.
+        int signal;
     } cases[] = {
-        {"Ctrl+Q",
-         [](VelmorWindowTest &test) {
-             test.screen.press(QStringLiteral("ctrl+q"));
-         }},
-        {"termination",
-         [](VelmorWindowTest &test) {
-             kill(pid_t(test.program.processId()), SIGTERM);
-         }},
-        {"an interruption",
-         [](VelmorWindowTest &test) {
-             kill(pid_t(test.program.processId()), SIGINT);
-         }},
+        {"Ctrl+Q",          "ctrl+q", 0      },
+        {"termination",     nullptr,  SIGTERM},
+        {"an interruption", nullptr,  SIGINT },
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
         ASSERT_NO_FATAL_FAILURE(startAndWaitForScanner());
         const std::optional<pid_t> engine = engineProcess();
         ASSERT_TRUE(engine);
-        c.quit(*this);
+        if (c.key)
+            screen.press(QString::fromUtf8(c.key));
+        else
+            kill(static_cast<pid_t>(program.processId()), c.signal);
         expectCleanEnd();
         EXPECT_TRUE(waitUntil([&] { return kill(*engine, 0) != 0; }));
     }
