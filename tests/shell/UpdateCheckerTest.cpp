@@ -25,8 +25,8 @@ void writeText(const QString &path, const QByteArray &text)
 struct FakeDesktop {
     bool hasHandler = false;
     bool opens = true;
-    QList<QUrl> opened;
-    QTemporaryDir folder;
+    QList<QUrl> opened = {};
+    QTemporaryDir folder = {};
 
     UpdateChecker::Desktop desktop()
     {

@@ -3,6 +3,7 @@
 #include "tests/Waiting.h"
 
 #include <QMouseEvent>
+#include <QQuickItem>
 #include <gmock/gmock.h>
 
 namespace velmor {
@@ -95,7 +96,8 @@ TEST(CardWindow, APressThatAnItemTakesMovesNothing)
         explicit Button(QQuickItem *parent) : QQuickItem(parent)
         {
             setAcceptedMouseButtons(Qt::LeftButton);
-            setSize({200, 200});
+            setWidth(200);
+            setHeight(200);
         }
         void mousePressEvent(QMouseEvent *event) override { event->accept(); }
     } button(window.contentItem());
