@@ -103,11 +103,12 @@ bool GalleryPanel::make()
         return false;
     QQmlComponent component(engine,
                             QUrl(QStringLiteral("qrc:/qt/qml/Velmor/Browser/DrawerWindow.qml")));
-    std::unique_ptr<QObject> made(component.createWithInitialProperties(
-        {
-            {QStringLiteral("content"), QVariant::fromValue(m_content)}
-    },
-        qmlContext(this)));
+    const QVariantMap properties{
+        {QStringLiteral("content"), QVariant::fromValue(m_content)}
+    };
+    std::unique_ptr<QObject> made(
+        component.isReady() ? component.createWithInitialProperties(properties, qmlContext(this))
+                            : nullptr);
     if (!qobject_cast<GalleryWindow *>(made.get())) {
         qWarning("%ls", qUtf16Printable(component.errorString()));
         return false;

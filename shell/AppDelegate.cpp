@@ -20,7 +20,8 @@ std::unique_ptr<Window> loadWindow(QQmlEngine &engine, const QString &file,
                                    const QVariantMap &properties)
 {
     QQmlComponent component(&engine, moduleFile(file));
-    std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
+    std::unique_ptr<QObject> made(
+        component.isReady() ? component.createWithInitialProperties(properties) : nullptr);
     auto *window = qobject_cast<Window *>(made.get());
     if (!window) {
         qWarning("%ls", qUtf16Printable(component.errorString()));

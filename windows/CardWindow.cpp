@@ -22,6 +22,13 @@ constexpr int clickDistance = 3;
 constexpr EdgeGrip gripWithMargin{6, 3};
 constexpr EdgeGrip gripWithoutMargin{0, 5};
 
+/// Whether an item took the press, or looks on.
+bool isTaken(const QMouseEvent &press)
+{
+    const QEventPoint &point = press.points().first();
+    return press.exclusiveGrabber(point) || !press.passiveGrabbers(point).isEmpty();
+}
+
 bool onWayland()
 {
     return QGuiApplication::platformName().startsWith(u"wayland");
@@ -168,7 +175,7 @@ void CardWindow::mousePressEvent(QMouseEvent *event)
     const Qt::Edges edges = left ? edgesUnder(event->position().toPoint()) : Qt::Edges();
     if (!edges) {
         QQuickWindow::mousePressEvent(event);
-        if (!left || event->isAccepted())
+        if (!left || isTaken(*event))
             return;
     }
     m_drag = {event->globalPosition().toPoint(), cardGeometry(), edges};
