@@ -73,12 +73,13 @@ Item {
                 color: Theme.textSecondary
             }
 
-            TapHandler {
-                onTapped: {
+            MouseArea {
+                anchors.fill: parent
+                onPressed: {
                     list.forceActiveFocus();
                     list.currentIndex = row.index;
                 }
-                onDoubleTapped: view.scans.open(row.index)
+                onDoubleClicked: view.scans.open(row.index)
             }
         }
     }

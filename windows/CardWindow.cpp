@@ -1,6 +1,7 @@
 #include "windows/CardWindow.h"
 
 #include "windows/CardGeometry.h"
+#include "windows/CardHandles.h"
 #include "windows/WindowShape.h"
 
 #include <QGuiApplication>
@@ -21,13 +22,6 @@ constexpr int clickDistance = 3;
 /// Inside a card without margin nothing but its own edge can be held.
 constexpr EdgeGrip gripWithMargin{6, 3};
 constexpr EdgeGrip gripWithoutMargin{0, 5};
-
-/// Whether an item took the press, or looks on.
-bool isTaken(const QMouseEvent &press)
-{
-    const QEventPoint &point = press.points().first();
-    return press.exclusiveGrabber(point) || !press.passiveGrabbers(point).isEmpty();
-}
 
 bool onWayland()
 {
@@ -51,6 +45,9 @@ CardWindow::CardWindow(Resizing resizing, QWindow *parent)
 {
     setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint);
     setColor(Qt::transparent);
+    new CardGround(*this);
+    if (m_resizing == Resizing::byUser)
+        new CardEdges(*this);
     m_usedMargin = margin();
     m_fitting.setSingleShot(true);
     m_fitting.setInterval(settled);
@@ -169,40 +166,15 @@ Qt::Edges CardWindow::edgesUnder(const QPoint &windowPosition) const
                    composited() ? gripWithMargin : gripWithoutMargin);
 }
 
-void CardWindow::mousePressEvent(QMouseEvent *event)
+void CardWindow::beginDrag(const QPoint &pointer, Qt::Edges edges)
 {
-    const bool left = event->button() == Qt::LeftButton;
-    const Qt::Edges edges = left ? edgesUnder(event->position().toPoint()) : Qt::Edges();
-    if (!edges) {
-        QQuickWindow::mousePressEvent(event);
-        if (!left || isTaken(*event))
-            return;
-    }
-    m_drag = {event->globalPosition().toPoint(), cardGeometry(), edges};
-    event->accept();
-}
-
-void CardWindow::mouseMoveEvent(QMouseEvent *event)
-{
-    if (m_drag) {
-        dragTo(event->globalPosition().toPoint());
-        return;
-    }
-    QQuickWindow::mouseMoveEvent(event);
-    if (event->buttons() == Qt::NoButton)
-        showEdgesUnder(event->position().toPoint());
-}
-
-void CardWindow::mouseReleaseEvent(QMouseEvent *event)
-{
-    if (m_drag && event->button() == Qt::LeftButton)
-        m_drag.reset();
-    else
-        QQuickWindow::mouseReleaseEvent(event);
+    m_drag = {pointer, cardGeometry(), edges};
 }
 
 void CardWindow::dragTo(const QPoint &pointer)
 {
+    if (!m_drag)
+        return;
     const QPoint way = pointer - m_drag->from;
     if (!m_drag->moving && way.manhattanLength() <= clickDistance)
         return;
@@ -225,22 +197,9 @@ void CardWindow::dragTo(const QPoint &pointer)
     Q_EMIT dragged(card.topLeft());
 }
 
-void CardWindow::showEdgesUnder(const QPoint &windowPosition)
-{
-    const Qt::Edges edges = edgesUnder(windowPosition);
-    if (edges)
-        setCursor(cursorFor(edges));
-    else if (m_edgeCursor)
-        unsetCursor();
-    m_edgeCursor = static_cast<bool>(edges);
-}
-
 bool CardWindow::event(QEvent *event)
 {
-    // A press whose release went elsewhere, as when a dialog opens, drags nothing any more.
-    if (event->type() == QEvent::FocusOut || event->type() == QEvent::Hide)
-        m_drag.reset();
-    else if (event->type() == QEvent::Close)
+    if (event->type() == QEvent::Close)
         Q_EMIT closeAsked();
     return QQuickWindow::event(event);
 }

@@ -56,6 +56,16 @@ public:
     /// towards it, and not one by the window manager.
     [[nodiscard]] bool isOwnMove();
 
+    /// The card, from the window's top left corner.
+    [[nodiscard]] QRect cardInWindow() const;
+    /// The edges that the pointer takes hold of at a point of the window.
+    [[nodiscard]] Qt::Edges edgesUnder(const QPoint &windowPosition) const;
+
+    /// The steps of a drag, at points of the screen: it moves the window, or those edges of it.
+    void beginDrag(const QPoint &pointer, Qt::Edges edges);
+    void dragTo(const QPoint &pointer);
+    void endDrag() { m_drag.reset(); }
+
 Q_SIGNALS:
     void cardSizeChanged();
     void cardRadiusChanged();
@@ -68,9 +78,6 @@ Q_SIGNALS:
 protected:
     bool event(QEvent *event) override;
     void exposeEvent(QExposeEvent *event) override;
-    void mousePressEvent(QMouseEvent *event) override;
-    void mouseMoveEvent(QMouseEvent *event) override;
-    void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
     /// A press that moves the window, or resizes it where it has taken hold of edges.
@@ -81,11 +88,7 @@ private:
         bool moving = false; ///< Past the distance below which it is a click.
     };
 
-    [[nodiscard]] QRect cardInWindow() const;
     [[nodiscard]] QSize fittingSize() const;
-    [[nodiscard]] Qt::Edges edgesUnder(const QPoint &windowPosition) const;
-    void dragTo(const QPoint &pointer);
-    void showEdgesUnder(const QPoint &windowPosition);
     void followCard();
     void setFrame(const QPoint &cardTopLeft, const QSize &size);
     void updateShape();
@@ -99,7 +102,6 @@ private:
     Compositing m_compositing;
     QTimer m_fitting;
     std::optional<Drag> m_drag;
-    bool m_edgeCursor = false;
     int m_usedMargin = 0;             ///< The one that the window's position counts in.
     std::optional<QPoint> m_movingTo; ///< Where the window was sent and hasn't arrived.
 };
