@@ -35,8 +35,7 @@ class AdvancedPanel : public QObject {
     Q_PROPERTY(bool autoLevelsEnabled READ autoLevelsEnabled WRITE setAutoLevelsEnabled NOTIFY
                    settingsChanged)
     Q_PROPERTY(bool ocr READ ocr WRITE setOcr NOTIFY settingsChanged)
-    Q_PROPERTY(
-        velmor::ToggleStateType::ToggleState enhanceState READ enhanceState NOTIFY settingsChanged)
+    Q_PROPERTY(int enhanceState READ enhanceStateValue NOTIFY settingsChanged)
     Q_PROPERTY(QString folderLabel READ folderLabel NOTIFY settingsChanged)
     Q_PROPERTY(QUrl folder READ folder NOTIFY settingsChanged)
 
@@ -80,6 +79,8 @@ public:
 
     /// Of the five enhance steps.
     [[nodiscard]] ToggleState enhanceState() const;
+    /// The same, as QML hands enumerators on.
+    [[nodiscard]] int enhanceStateValue() const { return static_cast<int>(enhanceState()); }
     [[nodiscard]] QString folderLabel() const { return velmor::folderLabel(folder()); }
     /// Where scans go.
     [[nodiscard]] QUrl folder() const { return m_settings.outputFolder; }

@@ -13,25 +13,27 @@ Row {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    TextMetrics {
-        id: digit
-
-        font.family: Theme.fontFamily
-        font.pixelSize: 9
-        font.weight: Font.Medium
-        text: "0"
-    }
-
     Repeater {
         model: stamp.text.split("")
 
         Text {
+            id: character
+
             required property string modelData
+
+            TextMetrics {
+                id: digit
+
+                font: character.font
+                text: "0"
+            }
 
             width: modelData >= "0" && modelData <= "9" ? digit.advanceWidth : implicitWidth
             horizontalAlignment: Text.AlignHCenter
             text: modelData
-            font: digit.font
+            font.family: Theme.fontFamily
+            font.pixelSize: 9
+            font.weight: Font.Medium
             color: Theme.textSecondary
             Accessible.ignored: true
         }

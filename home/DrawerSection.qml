@@ -2,6 +2,9 @@ import QtQuick
 import Velmor.Controls
 import Velmor.Home
 
+// Delegates use ids of this file: the pragma that says so is newer than Qt 6.4.
+// qmllint disable unqualified
+
 // The part of the window below the card: a hairline and the advanced panel, on white. It opens
 // downwards and fades; the panel lives only while some of it can be seen.
 Item {

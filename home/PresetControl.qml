@@ -2,6 +2,9 @@ import QtQuick
 import Velmor.Controls
 import Velmor.Home
 
+// Delegates use ids of this file: the pragma that says so is newer than Qt 6.4.
+// qmllint disable unqualified
+
 // The tab bar and, below it, the bubble that shows what a tab sets. For those who use the keyboard,
 // having the focus here is what the pointer's presence is for others.
 Column {

@@ -2,6 +2,11 @@ import QtQuick
 import Velmor.Controls
 import Velmor.Home
 
+// Delegates use ids of this file: the pragma that says so is newer than Qt 6.4.
+// qmllint disable unqualified
+// The content has ids, so that it is made at once.
+// qmllint disable deferred-property-id
+
 // The list of the user's presets, to choose from and to delete.
 Popover {
     id: menu
@@ -18,8 +23,13 @@ Popover {
     onClosed: base.showPresetMenu = false
     onAboutToShow: openedByKeyboard = byKeyboard
     onOpened: {
+        let start = 0;
+        for (let i = 0; i < rows.count; ++i) {
+            if ((rows.itemAt(i) as PresetMenuRow)?.selected)
+                start = i;
+        }
         if (openedByKeyboard)
-            rows.itemAt(Math.max(0, base.presetNames.indexOf(base.activePreset)))?.forceActiveFocus(Qt.TabFocusReason);
+            rows.itemAt(start)?.forceActiveFocus(Qt.TabFocusReason);
     }
 
     contentItem: Flickable {

@@ -2,6 +2,9 @@ import QtQuick
 import QtQuick.Layouts
 import Velmor.Controls
 
+// The content has ids, so that it is made at once.
+// qmllint disable deferred-property-id
+
 // One preset in the menu. The button that deletes it shows while the pointer is on the row, or the
 // keyboard's focus.
 StatefulButton {

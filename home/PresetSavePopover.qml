@@ -2,6 +2,9 @@ import QtQuick
 import Velmor.Controls
 import Velmor.Home
 
+// The content has ids, so that it is made at once.
+// qmllint disable deferred-property-id
+
 // Asks for the name of a new preset. Return in the field saves.
 Popover {
     id: popover

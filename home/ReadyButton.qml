@@ -27,7 +27,7 @@ T.AbstractButton {
         function contains(point: point): bool {
             const dx = point.x - button.width / 2;
             const dy = point.y - button.height / 2;
-            return Math.hypot(dx, dy) <= disc.width / 2 || !button.area.ready && Math.abs(dx) <= hint.width / 2 && Math.abs(dy) <= hint.height / 2;
+            return Math.hypot(dx, dy) <= 42 * disc.scale || !button.area.ready && Math.abs(dx) <= hint.width / 2 && Math.abs(dy) <= hint.height / 2;
         }
     }
 
@@ -43,18 +43,16 @@ T.AbstractButton {
         id: disc
 
         objectName: "disc"
-        // Drawn at its size: a scaled circle has rough edges on some renderers.
         anchors.centerIn: parent
-        width: 84 * growth
-        height: width
-
-        readonly property real growth: 1 + 0.1 * button.readiness
+        width: 84
+        height: 84
+        scale: 1 + 0.1 * button.readiness
 
         SoftShadow {
             anchors.fill: parent
             visible: button.shade < 1
             opacity: 1 - button.shade
-            radius: height / 2
+            radius: 42
             blur: 22
             offsetY: 10
             color: Qt.rgba(0, 0, 0, 0.18)
@@ -64,23 +62,23 @@ T.AbstractButton {
             anchors.fill: parent
             visible: button.shade > 0
             opacity: button.shade
-            radius: height / 2
+            radius: 42
             blur: 38
             offsetY: 16
             color: Qt.alpha(Theme.accent, 0.55)
         }
 
-        Rectangle {
+        Disc {
             objectName: "circle"
             anchors.fill: parent
-            radius: height / 2
             color: "#E7E5F0"
+            restScale: 1.1
         }
 
-        Rectangle {
+        Disc {
             anchors.fill: parent
-            radius: height / 2
             opacity: button.shade
+            restScale: 1.1
             color: button.down ? Theme.accentPressed : Theme.accent
         }
 
@@ -91,13 +89,12 @@ T.AbstractButton {
             size: 30
             weight: Font.Medium
             restScale: 1.1
-            scale: disc.growth
             color: "#FFFFFF"
         }
 
         FocusRing {
             shown: button.visualFocus
-            parentRadius: disc.width / 2
+            parentRadius: 42
         }
     }
 

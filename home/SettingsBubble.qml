@@ -2,6 +2,9 @@ import QtQuick
 import Velmor.Controls
 import Velmor.Home
 
+// Delegates use ids of this file: the pragma that says so is newer than Qt 6.4.
+// qmllint disable unqualified
+
 // The bubble under the tabs: chips that tell what the tab pointed at sets. Its arrow slides along
 // to `arrowAt`, the middle of that tab from the left edge.
 Item {

@@ -30,9 +30,8 @@ Item {
         color: Qt.alpha(Theme.success, 0.5)
     }
 
-    Rectangle {
+    Disc {
         anchors.fill: parent
-        radius: 42
         color: Theme.success
     }
 

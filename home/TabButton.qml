@@ -3,6 +3,9 @@ import QtQuick.Templates as T
 import Velmor.Controls
 import Velmor.Home
 
+// The content has ids, so that it is made at once.
+// qmllint disable deferred-property-id
+
 // One tab of the card. That of the user's presets keeps one width, whatever the preset is called,
 // and has a chevron while it is in force, which opens the menu of presets.
 T.TabButton {

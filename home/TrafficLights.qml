@@ -15,6 +15,7 @@ Item {
         id: light
 
         required property color disc
+        property bool hovering: false
 
         implicitWidth: 12
         implicitHeight: 12
@@ -22,7 +23,7 @@ Item {
         contentItem: Item {
             Icon {
                 anchors.centerIn: parent
-                visible: lights.hovering || light.visualFocus
+                visible: light.hovering || light.visualFocus
                 name: light.symbol
                 size: 7
                 weight: Font.Bold
@@ -55,6 +56,7 @@ Item {
         Light {
             objectName: "closeLight"
             disc: "#FF5F57"
+            hovering: lights.hovering
             symbol: "close"
             Accessible.name: qsTr("Quit")
             onClicked: lights.closeClicked()
@@ -63,6 +65,7 @@ Item {
         Light {
             objectName: "minimiseLight"
             disc: "#FEBC2E"
+            hovering: lights.hovering
             symbol: "minimise"
             Accessible.name: qsTr("Minimise")
             onClicked: lights.minimiseClicked()

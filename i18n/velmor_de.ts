@@ -2,6 +2,72 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de">
 <context>
+    <name>AboutText</name>
+    <message>
+        <source>Scanning engine powered by NAPS2.Sdk</source>
+        <translation>Scan-Technik von NAPS2.Sdk</translation>
+    </message>
+    <message>
+        <source>© Ben Olden-Cooligan and the NAPS2.Sdk contributors</source>
+        <translation>© Ben Olden-Cooligan und die Mitwirkenden an NAPS2.Sdk</translation>
+    </message>
+    <message>
+        <source>NAPS2.Sdk is licensed under the GNU LGPL 2.1 (or later);</source>
+        <translation>NAPS2.Sdk steht unter der GNU LGPL 2.1 (oder neuer);</translation>
+    </message>
+    <message>
+        <source>NAPS2.Wia is licensed under the MIT license.</source>
+        <translation>NAPS2.Wia steht unter der MIT-Lizenz.</translation>
+    </message>
+    <message>
+        <source>The engine runs as a separate process (scanengine.app).</source>
+        <translation>Die Scan-Technik läuft als eigener Prozess (scanengine.app).</translation>
+    </message>
+    <message>
+        <source>Source code: %1</source>
+        <translation>Quelltext: %1</translation>
+    </message>
+    <message>
+        <source>Scanning engine powered by SANE</source>
+        <translation>Scan-Technik von SANE</translation>
+    </message>
+    <message>
+        <source>© the authors of SANE, sane-airscan, OpenCV and Qt</source>
+        <translation>© die Autoren von SANE, sane-airscan, OpenCV und Qt</translation>
+    </message>
+    <message>
+        <source>SANE is licensed under the GNU GPL 2 (or later) with an exception for its use by other programs, sane-airscan under the GNU GPL 2 (or later);</source>
+        <translation>SANE steht unter der GNU GPL 2 (oder neuer) mit einer Ausnahme für den Gebrauch durch andere Programme, sane-airscan unter der GNU GPL 2 (oder neuer);</translation>
+    </message>
+    <message>
+        <source>OpenCV is licensed under the Apache License 2.0, Qt under the GNU LGPL 3.</source>
+        <translation>OpenCV steht unter der Apache-Lizenz 2.0, Qt unter der GNU LGPL 3.</translation>
+    </message>
+    <message>
+        <source>The engine runs as a separate process (scanengine).</source>
+        <translation>Die Scan-Technik läuft als eigener Prozess (scanengine).</translation>
+    </message>
+    <message>
+        <source>Velmor — the only scanner app you need.</source>
+        <translation>Velmor – mehr Scanner-App braucht es nicht.</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+</context>
+<context>
+    <name>AboutWindow</name>
+    <message>
+        <source>About VELMOR</source>
+        <translation>Über VELMOR</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>AdvancedPanelView</name>
     <message>
         <source>Scan</source>
@@ -53,6 +119,49 @@
     </message>
 </context>
 <context>
+    <name>Advice</name>
+    <message>
+        <source>This copy was installed as a Flatpak. To update it, run:
+
+%1</source>
+        <translation>Diese Kopie ist als Flatpak installiert. So wird sie aktualisiert:
+
+%1</translation>
+    </message>
+    <message>
+        <source>This copy is an AppImage:
+
+%1
+
+To update it, put a newer file in its place.</source>
+        <translation>Diese Kopie ist ein AppImage:
+
+%1
+
+Zum Aktualisieren eine neuere Datei an ihre Stelle legen.</translation>
+    </message>
+    <message>
+        <source>This copy was installed as the package %1. To update it, run:
+
+%2</source>
+        <translation>Diese Kopie ist als Paket %1 installiert. So wird sie aktualisiert:
+
+%2</translation>
+    </message>
+    <message>
+        <source>This copy belongs to no package:
+
+%1
+
+To update it, build or copy the new version in the same way as this one.</source>
+        <translation>Diese Kopie gehört zu keinem Paket:
+
+%1
+
+Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie diese.</translation>
+    </message>
+</context>
+<context>
     <name>BottomBar</name>
     <message>
         <source>Settings</source>
@@ -62,12 +171,23 @@
         <source>My scans</source>
         <translation>Meine Scans</translation>
     </message>
+    <message>
+        <source>1 scan</source>
+        <translation>1 Scan</translation>
+    </message>
     <message numerus="yes">
-        <source>%n scan(s)</source>
+        <source>%n scans</source>
         <translation>
             <numerusform>%n Scan</numerusform>
             <numerusform>%n Scans</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>DrawerWindow</name>
+    <message>
+        <source>My scans</source>
+        <translation>Meine Scans</translation>
     </message>
 </context>
 <context>
@@ -103,6 +223,21 @@
     <message>
         <source>Auto brightness/contrast</source>
         <translation>Helligkeit/Kontrast automatisch</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>About VELMOR</source>
+        <translation>Über VELMOR</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Nach Updates suchen …</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
     </message>
 </context>
 <context>
@@ -206,6 +341,21 @@
     </message>
 </context>
 <context>
+    <name>ScansBrowserView</name>
+    <message>
+        <source>No scans yet</source>
+        <translation>Noch keine Scans</translation>
+    </message>
+    <message>
+        <source>My scans</source>
+        <translation>Meine Scans</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
     <name>SettingsChip</name>
     <message>
         <source>Scan settings</source>
@@ -250,6 +400,21 @@
     <message>
         <source>Minimise</source>
         <translation>Minimieren</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateWindow</name>
+    <message>
+        <source>Updates for VELMOR</source>
+        <translation>Updates für VELMOR</translation>
+    </message>
+    <message>
+        <source>There is no software centre here that could look for updates.</source>
+        <translation>Hier gibt es keine Software-Verwaltung, die nach Updates suchen könnte.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -359,6 +524,21 @@
     <message>
         <source>Preset</source>
         <translation>Vorlage</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::GlobalMenu</name>
+    <message>
+        <source>About VELMOR</source>
+        <translation>Über VELMOR</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Nach Updates suchen …</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
     </message>
 </context>
 <context>
