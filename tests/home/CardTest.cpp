@@ -88,7 +88,7 @@ TEST_F(CardTest, StandsWhereItShould)
     const QRectF panel = place("advancedPanel");
     const struct {
         const char *what;
-        double is, shouldBe;
+        double is, wanted;
     } cases[] = {
         {"width of the card",                place("card").width(),                                               380           },
         {"first light, left",                place("closeLight").left(),                                          12            },
@@ -141,7 +141,7 @@ TEST_F(CardTest, StandsWhereItShould)
         {"save button to the panel's right", panel.right() - place("saveAsPreset").right(),                       0             },
     };
     for (const auto &c : cases)
-        EXPECT_NEAR(c.is, c.shouldBe, 1) << c.what;
+        EXPECT_NEAR(c.is, c.wanted, 1) << c.what;
 }
 
 TEST_F(CardTest, ALongPresetNameKeepsTheTabsWidth)
