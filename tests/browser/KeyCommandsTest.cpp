@@ -1,5 +1,7 @@
 #include "browser/KeyCommands.h"
 
+#include "tests/Waiting.h"
+
 #include <QQuickWindow>
 #include <gmock/gmock.h>
 
@@ -55,7 +57,7 @@ public:
         : QQuickItem(parent), m_takesText(takesText), m_readOnly(readOnly)
     {
         setFlag(ItemAcceptsInputMethod, takesText);
-        setFocus(true);
+        forceActiveFocus();
     }
 
     int presses = 0;
@@ -80,8 +82,14 @@ protected:
     {
         QObject::connect(&commands, &KeyCommands::key,
                          [this](const QString &name) { heard.append(name); });
-        window.show();
-        window.requestActivate();
+        activate(window);
+    }
+
+    static void activate(QQuickWindow &shown)
+    {
+        shown.show();
+        shown.requestActivate();
+        EXPECT_TRUE(waitUntil([&] { return shown.isActive(); }));
     }
 
     static void send(QWindow &receiver)
@@ -106,7 +114,7 @@ TEST_F(KeyCommandsTest, ACommandIsHeardOnceAndGoesNowhereElse)
 TEST_F(KeyCommandsTest, AnotherWindowsKeysAreItsOwn)
 {
     QQuickWindow other;
-    other.show();
+    activate(other);
     FocusItem item(other.contentItem(), false, false);
     send(other);
     EXPECT_EQ(heard, QStringList());
@@ -137,7 +145,6 @@ TEST_F(KeyCommandsTest, TypingIntoATextPassesThrough)
         SCOPED_TRACE(c.what);
         heard.clear();
         FocusItem item(window.contentItem(), c.takesText, c.readOnly);
-        item.forceActiveFocus();
         send(window);
         EXPECT_EQ(heard.size(), c.commands);
     }
