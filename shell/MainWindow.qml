@@ -87,7 +87,7 @@ KeyableMainWindow {
     }
 
     Shortcut {
-        sequences: [StandardKey.Quit, "Ctrl+Q"]
+        sequence: "Ctrl+Q"
         context: Qt.ApplicationShortcut
         onActivated: window.application.quit()
     }

@@ -95,10 +95,11 @@ protected:
                shown.pixelColor(topLeft + QPoint(-1, 20)) == Qt::black;
     }
 
-    QStringList scans() const
+    /// Those of the output folder.
+    QStringList files(const QString &pattern) const
     {
         return QDir(folder.filePath(QStringLiteral("Documents/Scans")))
-            .entryList({QStringLiteral("*.pdf")}, QDir::Files);
+            .entryList({pattern}, QDir::Files);
     }
 
     /// The engine's process number, or nothing.
@@ -133,8 +134,12 @@ protected:
 TEST_F(VelmorWindowTest, TheRoundButtonMakesAPdfAndTheDrawerShowsIt)
 {
     ASSERT_NO_FATAL_FAILURE(startAndWaitForScanner());
-    screen.click(*roundButton());
-    EXPECT_TRUE(waitUntil([this] { return !scans().isEmpty(); }, 60'000));
+    const QPoint button = *roundButton();
+    screen.click(button);
+    // The feeder is waited for until the button ends the job.
+    ASSERT_TRUE(waitUntil([this] { return !files(QStringLiteral("*.png")).isEmpty(); }));
+    screen.click(button);
+    ASSERT_TRUE(waitUntil([this] { return !files(QStringLiteral("*.pdf")).isEmpty(); }, 60'000));
     QPoint drawer = cardTopLeft + QPoint(380 + 10, 0);
     EXPECT_TRUE(waitUntil([&] { return drawerIsAt(drawer); }));
 
@@ -176,7 +181,7 @@ TEST_F(VelmorWindowTest, OtherWaysToQuitEndItCleanlyToo)
             screen.press(QString::fromUtf8(c.key));
         else
             kill(static_cast<pid_t>(program.processId()), c.signal);
-        expectCleanEnd();
+        ASSERT_NO_FATAL_FAILURE(expectCleanEnd());
         EXPECT_TRUE(waitUntil([&] { return kill(*engine, 0) != 0; }));
     }
 }
