@@ -124,7 +124,7 @@ void GalleryPanel::position(CardWindow &parent)
     const DrawerPlacement placement =
         placeDrawer(m_child->cardSize(), parent.cardGeometry(), usableScreen(parent));
     m_child->setPlace(placement.drawer);
-    m_attachment->keepPlace();
+    m_attachment->keepOffset(placement.drawer - placement.parent);
     if (placement.parent != parent.cardGeometry().topLeft())
         parent.setCardPosition(placement.parent);
 }

@@ -37,11 +37,6 @@ WindowAttachment::WindowAttachment(CardWindow &parent, GalleryWindow &child)
     connect(&child, &CardWindow::dragged, this, &WindowAttachment::adopt);
 }
 
-void WindowAttachment::keepPlace()
-{
-    m_offset = m_child->place() - m_parent->cardGeometry().topLeft();
-}
-
 void WindowAttachment::follow()
 {
     m_child->setPlace(m_parent->cardGeometry().topLeft() + m_offset);
@@ -57,7 +52,7 @@ void WindowAttachment::noticeMove()
 void WindowAttachment::adopt(const QPoint &topLeft)
 {
     m_child->adoptPlace(topLeft);
-    keepPlace();
+    keepOffset(m_child->place() - m_parent->cardGeometry().topLeft());
 }
 
 void WindowAttachment::activateChild()

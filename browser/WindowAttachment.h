@@ -20,8 +20,8 @@ public:
 
     [[nodiscard]] CardWindow *parentWindow() const { return m_parent; }
 
-    /// Takes the drawer's place as it is now relative to the parent, for good: after it was placed.
-    void keepPlace();
+    /// From the parent's card to the drawer's place, which the drawer keeps from now on.
+    void keepOffset(const QPoint &offset) { m_offset = offset; }
     /// Gives the drawer the keyboard, in front of all windows.
     void activateChild();
 
@@ -36,7 +36,7 @@ private:
 
     QPointer<CardWindow> m_parent;
     QPointer<GalleryWindow> m_child;
-    QPoint m_offset; ///< From the parent's card to the drawer's place.
+    QPoint m_offset;
 };
 
 } // namespace velmor

@@ -138,8 +138,6 @@ TEST_F(GalleryPanelTest, GoesAlongWithItsWindowFromWhereverItWasPut)
     // Moved by the window manager.
     panel->child()->setPosition(panel->child()->position() + QPoint(30, 20));
     EXPECT_TRUE(drawerComesTo(place + QPoint(37, 11)));
-    parent.setCardPosition(parent.cardGeometry().topLeft() + QPoint(1, 1));
-    EXPECT_TRUE(drawerComesTo(place + QPoint(38, 12)));
 }
 
 TEST_F(GalleryPanelTest, TheUserClosesItFromWithinAndByTheDesktop)
