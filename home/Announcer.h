@@ -10,8 +10,9 @@ namespace velmor {
 /// Has screen readers speak a text that changes without the user's doing.
 ///
 /// `item` is what shows the text: an accessible item that has the role of an alert or a
-/// notification and the text for its name. Every new text that isn't empty is announced, in the
-/// three ways that readers listen for: as a new name, as an alert, and as something that appeared.
+/// notification and the text for its name already. Every new text that isn't empty is announced, in
+/// the three ways that readers listen for: as a new name, as an alert, and as something that
+/// appeared.
 class Announcer : public QObject {
     Q_OBJECT
     QML_ELEMENT

@@ -16,6 +16,11 @@ Item {
 
     readonly property bool showScans: screen.showScans
 
+    // A failure comes in the status line first and in the toast then: once is enough.
+    function tellToast() {
+        announcer.text = screen.showToast && screen.toast !== card.statusText ? screen.toast : "";
+    }
+
     implicitWidth: 380
     implicitHeight: card.height + drawer.height
 
@@ -23,6 +28,7 @@ Item {
         id: screen
 
         model: home.model
+        onShowToastChanged: home.tellToast()
     }
 
     BackgroundGradient {
@@ -67,6 +73,7 @@ Item {
             objectName: "toast"
             text: screen.toast
             shown: screen.showToast
+            Accessible.onNameChanged: home.tellToast()
         }
     }
 
@@ -76,9 +83,9 @@ Item {
         text: screen.stamp
     }
 
-    // A failure is in the status line and in the toast: once is enough.
     Announcer {
+        id: announcer
+
         item: toast
-        text: screen.showToast && screen.toast !== card.statusText ? screen.toast : ""
     }
 }

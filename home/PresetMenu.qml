@@ -20,7 +20,11 @@ Popover {
 
     padding: 8
     visible: current && base.showPresetMenu
-    onClosed: base.showPresetMenu = false
+    onClosed: {
+        base.showPresetMenu = false;
+        if (openedByKeyboard)
+            parent.forceActiveFocus(Qt.TabFocusReason);
+    }
     onAboutToShow: openedByKeyboard = byKeyboard
     onOpened: {
         let start = 0;

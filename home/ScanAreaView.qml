@@ -100,6 +100,6 @@ Item {
 
     Announcer {
         item: spoken
-        text: area.statusText
+        text: spoken.Accessible.name
     }
 }

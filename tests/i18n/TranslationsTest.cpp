@@ -42,7 +42,7 @@ TEST(TranslationsTest, GermanHasEveryTextOfTheProgram)
     const QTemporaryDir folder;
     const QString copy = folder.filePath(QStringLiteral("velmor_de.ts"));
     ASSERT_TRUE(QFile::copy(QStringLiteral(GERMAN), copy));
-    QStringList extraction = QString::fromUtf8(EXTRACTION).split(u';');
+    QStringList extraction = QString::fromUtf8(EXTRACTION).split(u'|');
     const QString program = extraction.takeFirst();
     ASSERT_EQ(QProcess::execute(program, extraction + QStringList{u"-ts"_qs, copy}), 0);
     EXPECT_THAT(untranslated(copy), testing::IsEmpty());
