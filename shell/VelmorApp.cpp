@@ -4,6 +4,7 @@
 #include "cli/Interrupts.h"
 #include "cli/TerminalText.h"
 #include "controls/InterfaceFont.h"
+#include "i18n/Translations.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppInfo.h"
 
@@ -62,6 +63,7 @@ std::unique_ptr<QGuiApplication> makeApplication(int &argc, char **argv)
 
     QCoreApplication::setApplicationName(QStringLiteral("Velmor"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMOR_VERSION));
+    installTranslations(*application);
     QGuiApplication::setFont(interfaceFont());
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/velmor/brand/velmor.svg")));
     // The window's state isn't restored: the desktop's next session starts without it.
