@@ -121,8 +121,10 @@ bool GalleryPanel::make()
 
 void GalleryPanel::position(CardWindow &parent)
 {
-    const DrawerPlacement placement =
-        placeDrawer(m_child->cardSize(), parent.cardGeometry(), usableScreen(parent));
+    // Window managers keep the whole window on the screen, and that includes the shadow.
+    const QMargins shadow = QMargins() + m_child->margin();
+    const DrawerPlacement placement = placeDrawer(m_child->cardSize(), parent.cardGeometry(),
+                                                  usableScreen(parent).marginsRemoved(shadow));
     m_child->setPlace(placement.drawer);
     m_attachment->keepOffset(placement.drawer - placement.parent);
     if (placement.parent != parent.cardGeometry().topLeft())
