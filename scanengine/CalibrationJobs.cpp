@@ -50,7 +50,10 @@ Result<QString> captureSample(const Command &command, const DriverList &drivers,
     if (const Fault *fault = faultOf(settings))
         return *fault;
     const auto &captureSettings = std::get<CaptureSettings>(settings);
-    const OpenResult opened = drivers.open(command.deviceId, captureSettings, stop);
+    // A calibration is answered by its one event alone.
+    const TellStatus tellNobody = [](const QString &) {
+    };
+    const OpenResult opened = drivers.open(command.deviceId, captureSettings, tellNobody, stop);
     if (const Fault *fault = faultOf(opened))
         return *fault;
     if (std::holds_alternative<Cancelled>(opened))

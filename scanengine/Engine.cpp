@@ -83,13 +83,17 @@ void Engine::start(const Command &command)
         startJob(command);
 }
 
-/// While a search runs, the answer is what is known; the search's own answer follows.
+/// While a search runs, the answer is what is known; the search's own answer follows. Once that was
+/// given, the next command searches anew.
 void Engine::startSearch()
 {
     const auto search = [this](const std::stop_token &stop) {
-        m_output.write(event::devices(m_drivers.devices(stop)));
+        const QList<Device> devices = m_drivers.devices(stop);
+        m_isSearching = false;
+        m_output.write(event::devices(devices));
     };
-    if (!m_searches.isIdle() || !m_searches.add(search, TaskQueue::Cancelling::ignored))
+    // One search runs and one is about to leave the queue at most, so that there is always room.
+    if (m_isSearching.exchange(true) || !m_searches.add(search, TaskQueue::Cancelling::ignored))
         m_output.write(event::devices(m_drivers.knownDevices()));
 }
 

@@ -6,6 +6,8 @@
 #include "scanengine/TaskQueue.h"
 #include "scanengine/drivers/DriverList.h"
 
+#include <atomic>
+
 namespace scanengine {
 
 /// Takes commands and has them carried out, without ever making the next command wait: scans,
@@ -33,6 +35,7 @@ private:
 
     DriverList m_drivers;
     OutputWriter &m_output;
+    std::atomic<bool> m_isSearching = false;
     TaskQueue m_searches;
     TaskQueue m_jobs;
 };

@@ -42,7 +42,10 @@ std::optional<Fault> ScanJob::scan(const std::stop_token &stop)
     if (const Fault *fault = faultOf(settings))
         return *fault;
     const auto &captureSettings = std::get<CaptureSettings>(settings);
-    OpenResult opened = m_drivers.open(m_command.deviceId, captureSettings, stop);
+    const auto tell = [this](const QString &message) {
+        m_output.write(event::status(message));
+    };
+    OpenResult opened = m_drivers.open(m_command.deviceId, captureSettings, tell, stop);
     if (const Fault *fault = faultOf(opened))
         return *fault;
     if (std::holds_alternative<Cancelled>(opened))

@@ -14,8 +14,11 @@ namespace scanengine {
 /// One scan from its command to its "done" or "error".
 ///
 /// Pages are finished and saved beside the capture of the next ones, a bounded number of them at a
-/// time. Pages that were captured are never given up: after a fault of the device, and after
-/// `stop`, they are what the scan is done with, a fault being told by a "status" first.
+/// time. With `batchWaitForPaper` an empty feeder doesn't end the scan: it goes on with the paper
+/// that comes, until `stop`. It ends by itself only on a device that can't tell of more paper, a
+/// flatbed without a button. Pages that were captured are never given up: after a fault of the
+/// device, and after `stop`, they are what the scan is done with, a fault being told by a "status"
+/// first.
 class ScanJob {
 public:
     /// `drivers` and `output` outlive the job.

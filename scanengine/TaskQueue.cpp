@@ -19,12 +19,6 @@ bool TaskQueue::add(Task task, Cancelling cancelling)
     return true;
 }
 
-bool TaskQueue::isIdle()
-{
-    const std::lock_guard lock(m_mutex);
-    return m_entries.empty();
-}
-
 void TaskQueue::cancel()
 {
     const std::lock_guard lock(m_mutex);

@@ -34,9 +34,6 @@ public:
     /// False, and nothing is queued, when `longestQueue` tasks are there.
     [[nodiscard]] bool add(Task task, Cancelling cancelling);
 
-    /// Whether no task runs or waits.
-    [[nodiscard]] bool isIdle();
-
     /// Tells the running task and every waiting one to give up.
     void cancel();
 

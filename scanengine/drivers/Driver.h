@@ -9,6 +9,7 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
 #include <memory>
 #include <stop_token>
 #include <variant>
@@ -28,6 +29,10 @@ struct CaptureSettings {
     /// The folder that pages are saved in, absolute.
     QString outputFolder;
 };
+
+/// Tells the user in a sentence what a call is waiting for. Called only while a member of the
+/// driver or the session is, on its thread.
+using TellStatus = std::function<void(const QString &message)>;
 
 /// A sheet has been taken in and is moving; read it next.
 struct SheetMoving {};
@@ -81,9 +86,9 @@ public:
     /// The devices that are known without looking, at once.
     [[nodiscard]] virtual QList<Device> knownDevices() const = 0;
 
-    /// A session on the device with this `id`, or why there is none.
+    /// A session on the device with this `id`, or why there is none. The session keeps `tell`.
     [[nodiscard]] virtual OpenResult open(const QString &id, const CaptureSettings &settings,
-                                          const std::stop_token &stop) = 0;
+                                          const TellStatus &tell, const std::stop_token &stop) = 0;
 };
 
 } // namespace scanengine

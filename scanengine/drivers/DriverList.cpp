@@ -25,12 +25,12 @@ QList<Device> DriverList::knownDevices() const
 }
 
 OpenResult DriverList::open(const std::optional<QString> &id, const CaptureSettings &settings,
-                            const std::stop_token &stop) const
+                            const TellStatus &tell, const std::stop_token &stop) const
 {
     if (id && !id->isEmpty()) {
         for (const auto &driver : m_drivers) {
             if (driver->owns(*id))
-                return driver->open(*id, settings, stop);
+                return driver->open(*id, settings, tell, stop);
         }
         return Fault{QStringLiteral("That scanner is no longer there. Look for scanners again.")};
     }
@@ -39,7 +39,7 @@ OpenResult DriverList::open(const std::optional<QString> &id, const CaptureSetti
         if (devices.isEmpty())
             devices = driver->devices(stop);
         if (!devices.isEmpty())
-            return driver->open(devices.front().id, settings, stop);
+            return driver->open(devices.front().id, settings, tell, stop);
     }
     return Fault{QStringLiteral("No scanner was found. Connect one and look for scanners again.")};
 }

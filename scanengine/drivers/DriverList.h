@@ -24,7 +24,7 @@ public:
     /// A session on the device with this id, on the first device when `id` is absent or empty, or
     /// why there is none.
     [[nodiscard]] OpenResult open(const std::optional<QString> &id, const CaptureSettings &settings,
-                                  const std::stop_token &stop) const;
+                                  const TellStatus &tell, const std::stop_token &stop) const;
 
 private:
     std::vector<std::unique_ptr<Driver>> m_drivers;

@@ -51,7 +51,7 @@ QList<Device> FeederDriver::knownDevices() const
 }
 
 OpenResult FeederDriver::open(const QString &id, const CaptureSettings &settings,
-                              const std::stop_token &)
+                              const TellStatus &, const std::stop_token &)
 {
     for (const QString &folder : presentFolders()) {
         if (idOf(folder) != id)

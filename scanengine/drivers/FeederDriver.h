@@ -28,7 +28,7 @@ public:
 
     /// Refuses a tray that is the output folder of the settings: it would feed on its own pages.
     [[nodiscard]] OpenResult open(const QString &id, const CaptureSettings &settings,
-                                  const std::stop_token &stop) override;
+                                  const TellStatus &tell, const std::stop_token &stop) override;
 
 private:
     [[nodiscard]] QStringList presentFolders() const;

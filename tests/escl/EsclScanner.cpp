@@ -11,6 +11,7 @@
 #include <QTcpSocket>
 
 #include <memory>
+#include <utility>
 
 namespace scanengine {
 namespace {
@@ -159,7 +160,7 @@ EsclResponse EsclScanner::answer(const EsclRequest &request)
 
 EsclResponse EsclScanner::startJob(const QByteArray &settings)
 {
-    if (m_setup.fault == EsclFault::busy)
+    if (m_setup.fault == EsclFault::busy && !std::exchange(m_isTripped, true))
         return statusOnly(unavailable);
     Job job;
     job.source = elementText(settings, "InputSource");
@@ -224,9 +225,10 @@ bool EsclScanner::takePaper(const Job &job)
 QByteArray EsclScanner::status() const
 {
     QByteArray feeder = m_sheets > 0 ? "ScannerAdfLoaded" : "ScannerAdfEmpty";
-    if (m_isTripped)
+    const bool isBusy = m_setup.fault == EsclFault::busy;
+    if (m_isTripped && !isBusy)
         feeder = m_setup.fault == EsclFault::jam ? "ScannerAdfJam" : "ScannerAdfDoorOpen";
-    return statusDocument(m_setup.fault == EsclFault::busy ? "Processing" : "Idle",
+    return statusDocument(isBusy && !m_isTripped ? "Processing" : "Idle",
                           m_setup.hasFeeder ? feeder : QByteArray());
 }
 

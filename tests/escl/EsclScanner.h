@@ -16,7 +16,7 @@ namespace scanengine {
 /// What goes wrong, once, with a page of each job.
 enum class EsclFault {
     none,
-    busy,      ///< Every job is refused: another one is at work.
+    busy,      ///< The first job is refused: another one is at work.
     jam,       ///< The page is stuck in the feeder.
     coverOpen, ///< The feeder's cover is opened before the page.
     drop,      ///< The connection is lost in the middle of the page.

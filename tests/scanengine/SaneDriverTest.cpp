@@ -20,7 +20,15 @@ const QString testDevice = QStringLiteral("test:0");
 constexpr SaneLimits usualLimits{.backendSearch = 20s, .wholeSearch = 30s};
 
 /// Limits that are soon over where something hangs, and wide enough for a busy computer.
-constexpr std::chrono::milliseconds soon = 1500ms;
+#ifdef __SANITIZE_ADDRESS__
+constexpr std::chrono::milliseconds soon = 6s;
+#else
+constexpr std::chrono::milliseconds soon = 2s;
+#endif
+/// The same for a search of one backend.
+constexpr std::chrono::milliseconds searchLimit = soon + 1s;
+/// For a worker to let go what it never will.
+constexpr std::chrono::milliseconds inVain = 50ms;
 
 std::string nameList(const QList<Device> &devices)
 {
@@ -49,6 +57,7 @@ protected:
              const SaneLimits &limits = usualLimits)
     {
         m_driver.reset();
+        m_told.clear();
         m_scanners.emplace(settings, backends);
         m_driver.emplace(m_scanners->launch(), limits);
     }
@@ -74,7 +83,10 @@ protected:
 
     [[nodiscard]] OpenResult open(const QString &id)
     {
-        return m_driver->open(id, m_settings, m_stop.get_token());
+        const auto tell = [this](const QString &message) {
+            m_told.append(message);
+        };
+        return m_driver->open(id, m_settings, tell, m_stop.get_token());
     }
 
     /// A session with the first sheet moving.
@@ -112,6 +124,7 @@ protected:
     std::optional<SaneDriver> m_driver;
     CaptureSettings m_settings{.dpi = 75, .outputFolder = QStringLiteral("/tmp")};
     std::stop_source m_stop;
+    QStringList m_told;
 };
 
 TEST_F(SaneDriverTest, AFeederGivesItsSheetsAndThenNoPaper)
@@ -210,11 +223,8 @@ TEST_F(SaneDriverTest, ABadBackendHidesNoOtherOneAndStaysListed)
             continue; // no bound on memory then
 #endif
         SaneLimits limits = usualLimits;
-        limits.backendSearch = 3s;
+        limits.backendSearch = searchLimit;
         useBad(limits);
-        m_scanners->setFault(QLatin1StringView(fault));
-        EXPECT_EQ(nameList(search()), "frontend-tester");
-        m_scanners->setFault(QString());
         EXPECT_EQ(nameList(search()), "Bad Feeder|frontend-tester");
         m_scanners->setFault(QLatin1StringView(fault));
         EXPECT_EQ(nameList(search()), "Bad Feeder|frontend-tester") << "known from before";
@@ -225,7 +235,7 @@ TEST_F(SaneDriverTest, ABadBackendHidesNoOtherOneAndStaysListed)
 TEST_F(SaneDriverTest, AWorkerKilledOrStoppedInASearchCostsOneBackendAlone)
 {
     SaneLimits limits = usualLimits;
-    limits.backendSearch = 3s;
+    limits.backendSearch = searchLimit;
     for (const int signal : {SIGKILL, SIGSTOP}) {
         useBad(limits);
         m_scanners->setFault(QStringLiteral("hang search"));
@@ -268,9 +278,10 @@ TEST_F(SaneDriverTest, FaultsAtAnyStepAreToldAndTheNextScanWorks)
     for (const auto &c : cases) {
         SCOPED_TRACE(testing::Message() << c.fault << ' ' << c.place);
         SaneLimits limits = usualLimits;
-        limits.release = soon;
-        if (c.limit)
+        if (c.limit) {
             limits.*c.limit = soon;
+            limits.release = inVain;
+        }
         useBad(limits);
         const QString id = idOf("Bad");
         m_scanners->setFault(QLatin1StringView(c.fault) + u' ' + QLatin1StringView(c.place));
@@ -299,7 +310,7 @@ TEST_F(SaneDriverTest, AWorkerKilledOrStoppedInAPageCostsThatPageAlone)
 {
     SaneLimits limits = usualLimits;
     limits.data = soon;
-    limits.release = soon;
+    limits.release = inVain;
     const struct {
         int signal;
         WorkerTrouble trouble;
@@ -328,7 +339,7 @@ TEST_F(SaneDriverTest, AWorkerKilledOrStoppedAtTheStartIsAFault)
 {
     SaneLimits limits = usualLimits;
     limits.option = soon;
-    limits.start = soon;
+    limits.release = inVain;
     use({}, {QStringLiteral("test")}, limits);
     const QString id = idOf("tester");
     for (const int signal : {SIGKILL, SIGSTOP}) {
@@ -361,6 +372,7 @@ TEST_F(SaneDriverTest, ADeviceIsLetGoAlsoByOneThatHangsAtThat)
 {
     SaneLimits limits = usualLimits;
     limits.release = soon;
+    limits.untold = 10ms;
     for (const char *fault : {"", "hang cancel"}) {
         useBad(limits);
         const QString id = idOf("Bad");
@@ -369,6 +381,10 @@ TEST_F(SaneDriverTest, ADeviceIsLetGoAlsoByOneThatHangsAtThat)
         m_scanners->setFault(QLatin1StringView(fault));
         const pid_t process = worker();
         session.reset();
+        if (qstrlen(fault) > 0) {
+            EXPECT_TRUE(begin(id));
+            EXPECT_EQ(m_told, QStringList{waitingForBusyText()});
+        }
         EXPECT_TRUE(velmor::waitUntil([&] { return hasEnded(process); }));
         EXPECT_EQ(m_scanners->wasClosed(), qstrlen(fault) == 0);
         m_scanners->setFault(QString());
@@ -395,6 +411,49 @@ TEST_F(SaneDriverTest, AKnownDeviceIsOpenedWithoutASearchAndAnUnknownOneAfterIt)
     useBad();
     EXPECT_TRUE(begin(id)) << "an engine that has just started";
     EXPECT_EQ(messageOf(open(QStringLiteral("usb:no"))), textOf(WorkerTrouble::deviceVanished));
+}
+
+TEST_F(SaneDriverTest, WhatIsKnownIsToldAtOnceWhileASearchHangs)
+{
+    useBad();
+    EXPECT_EQ(nameList(search()), "Bad Feeder|frontend-tester");
+    m_scanners->setFault(QStringLiteral("hang search"));
+    auto devices = std::async(std::launch::async, [this] { return search(); });
+    ASSERT_TRUE(velmor::waitUntil([] { return !workersOf(::getpid()).isEmpty(); }));
+    EXPECT_EQ(nameList(m_driver->knownDevices()), "Bad Feeder|frontend-tester");
+    m_stop.request_stop();
+    devices.wait();
+}
+
+TEST_F(SaneDriverTest, ADevicePluggedInAnewIsFoundUnderItsNewName)
+{
+    use({}, {QStringLiteral("bad")});
+    m_scanners->setBad({.name = QStringLiteral("libusb:201:007")});
+    const QString id = idOf("Bad");
+    m_scanners->setBad({.name = QStringLiteral("libusb:201:009")});
+    EXPECT_TRUE(begin(id));
+}
+
+TEST_F(SaneDriverTest, ADeviceThatStaysBusyIsAFaultAndToldOnce)
+{
+    SaneLimits limits = usualLimits;
+    limits.busy = 50ms;
+    limits.busyRetry = 10ms;
+    for (const char *fault : {"busy open", "busy start"}) {
+        SCOPED_TRACE(fault);
+        useBad(limits);
+        const QString id = idOf("Bad");
+        m_scanners->setFault(QLatin1StringView(fault));
+        OpenResult opened = open(id);
+        std::string message = messageOf(opened);
+        if (auto *session = std::get_if<std::unique_ptr<ScanSession>>(&opened)) {
+            EXPECT_EQ(messageOf(feed(**session)), "no fault");
+            EXPECT_TRUE(std::holds_alternative<QImage>(read(**session)));
+            message = messageOf(feed(**session));
+        }
+        EXPECT_EQ(message, statusText(SaneStatus::deviceBusy).toStdString());
+        EXPECT_EQ(m_told, QStringList{waitingForBusyText()});
+    }
 }
 
 TEST_F(SaneDriverTest, WithoutAWorkerProgramThereAreNoDevices)

@@ -1,75 +1,15 @@
-#include "EngineProcess.h"
+#include "SaneEngineFixture.h"
 #include "TestImages.h"
-#include "TestScanners.h"
 #include "tests/Waiting.h"
 
 #include <QFile>
 #include <QJsonArray>
-#include <QTemporaryDir>
 #include <gmock/gmock.h>
 
 #include <csignal>
-#include <optional>
 
 namespace scanengine {
 namespace {
-
-const QJsonObject listDevices{
-    {QStringLiteral("cmd"), QStringLiteral("listDevices")}
-};
-const QJsonObject cancel{
-    {QStringLiteral("cmd"), QStringLiteral("cancel")}
-};
-const QJsonObject quitCommand{
-    {QStringLiteral("cmd"), QStringLiteral("quit")}
-};
-
-/// The engine program with SANE's scanners.
-class SaneEngineTest : public testing::Test {
-protected:
-    void start(std::initializer_list<TestScanners::Setting> settings,
-               const QStringList &backends = {QStringLiteral("test")})
-    {
-        m_scanners.emplace(settings, backends);
-        QProcessEnvironment environment = m_scanners->launch().environment;
-        environment.insert(QStringLiteral("SCANENGINE_WORKER"), QStringLiteral(SCANWORKER_PROGRAM));
-        environment.insert(QStringLiteral("SCANENGINE_LOG"), logFile());
-        m_engine.emplace(QStringList(), environment);
-    }
-
-    /// With pages that take minutes.
-    void startSlow()
-    {
-        start({
-            {"read-delay",          "true"  },
-            {"read-delay-duration", "200000"}
-        });
-    }
-
-    [[nodiscard]] QJsonObject scan(int dpi) const
-    {
-        return {
-            {QStringLiteral("cmd"),       QStringLiteral("scan")                              },
-            {QStringLiteral("dpi"),       dpi                                                 },
-            {QStringLiteral("colorMode"), QStringLiteral("gray")                              },
-            {QStringLiteral("output"),
-             QJsonObject{{QStringLiteral("path"), m_folder.filePath(QStringLiteral("a.pdf"))}}}
-        };
-    }
-
-    [[nodiscard]] QString logFile() const { return m_folder.filePath(QStringLiteral("log")); }
-
-    [[nodiscard]] pid_t worker() const
-    {
-        const QList<pid_t> workers = workersOf(pid_t(m_engine->processId()));
-        EXPECT_EQ(workers.size(), 1);
-        return workers.value(0, -1);
-    }
-
-    QTemporaryDir m_folder;
-    std::optional<TestScanners> m_scanners;
-    std::optional<EngineProcess> m_engine;
-};
 
 TEST_F(SaneEngineTest, ScansAFeederAndLogsNothingIntoTheEvents)
 {
@@ -97,13 +37,11 @@ TEST_F(SaneEngineTest, ABatchWaitsForTheFeederUntilItIsCancelled)
 {
     const QString waiting = QStringLiteral("status Waiting for paper…");
     start({});
-    QJsonObject batch = scan(75);
-    batch[u"batchWaitForPaper"] = true;
-    m_engine->send(batch);
+    m_engine->send(batchScan());
     EXPECT_EQ(m_engine->until(waiting).size(), 12);
     EXPECT_EQ(m_engine->nextInShort(), QStringLiteral("page 11")) << "the feeder was filled again";
     EXPECT_EQ(m_engine->until(waiting).size(), 10);
-    m_engine->send(cancel);
+    m_engine->send(cancelCommand);
     EXPECT_EQ(m_engine->until(QStringLiteral("done")).last().left(6), QStringLiteral("done 2"));
 }
 
@@ -113,7 +51,7 @@ TEST_F(SaneEngineTest, CancellingInAPageIsDoneAndTheNextScanBegins)
     for (int round = 0; round < 2; ++round) {
         m_engine->send(scan(600));
         EXPECT_EQ(m_engine->nextInShort(), QStringLiteral("scanStarted"));
-        m_engine->send(cancel);
+        m_engine->send(cancelCommand);
         EXPECT_EQ(m_engine->nextInShort(), QStringLiteral("done 0"));
     }
 }
@@ -126,7 +64,7 @@ TEST_F(SaneEngineTest, AWorkerThatDiesInAPageIsAnErrorAndTheNextCommandWorks)
     ASSERT_EQ(::kill(worker(), SIGKILL), 0);
     EXPECT_EQ(m_engine->nextInShort(),
               QStringLiteral("error ") + troubleText(WorkerTrouble::crashed));
-    m_engine->send(listDevices);
+    m_engine->send(listDevicesCommand);
     EXPECT_EQ(m_engine->next().value(u"devices").toArray().size(), 1);
 }
 
@@ -162,23 +100,42 @@ TEST_F(SaneEngineTest, PagesBeforeACrashAreSavedAndTold)
     EXPECT_EQ(events[3], QStringLiteral("done 1"));
 }
 
-TEST_F(SaneEngineTest, WhatIsKnownIsToldAtOnceWhileASearchHangs)
+TEST_F(SaneEngineTest, AfterTheAnswerOfASearchTheNextCommandSearchesAnew)
 {
-    start({}, {QStringLiteral("test"), QStringLiteral("bad")});
-    m_engine->send(listDevices);
-    EXPECT_EQ(m_engine->next().value(u"devices").toArray().size(), 2);
-    m_scanners->setFault(QStringLiteral("hang search"));
-    m_engine->send(listDevices);
-    ASSERT_TRUE(
-        velmor::waitUntil([this] { return !workersOf(pid_t(m_engine->processId())).isEmpty(); }));
-    const pid_t process = worker();
-    for (int again = 0; again < 2; ++again) {
-        m_engine->send(listDevices);
-        EXPECT_EQ(m_engine->next().value(u"devices").toArray().size(), 2);
+    startBad({});
+    for (int round = 0; round < 20; ++round) {
+        const QString name = QStringLiteral("feeder%1").arg(round);
+        m_scanners->setBad({.name = name});
+        m_engine->send(listDevicesCommand);
+        EXPECT_EQ(m_engine->next().value(u"devices")[0][u"id"], QStringLiteral("bad:") + name);
     }
-    EXPECT_FALSE(hasEnded(process)) << "the search was over already";
-    m_engine->send(quitCommand);
-    EXPECT_EQ(m_engine->exitCode(), 0);
+}
+
+TEST_F(SaneEngineTest, ABusyScannerIsWaitedForAndTheUserIsTold)
+{
+    const QString busy = QStringLiteral("status ") + waitingForBusyText();
+    startBad({.fault = QStringLiteral("busy open"), .sheets = 2});
+    m_engine->send(scan(75));
+    EXPECT_EQ(m_engine->nextInShort(), busy);
+    m_scanners->setFault(QStringLiteral("busy start"));
+    EXPECT_EQ(m_engine->until(busy).first(), QStringLiteral("scanStarted"));
+    m_scanners->setFault({});
+    EXPECT_EQ(m_engine->until(QStringLiteral("done")).last(), QStringLiteral("done 2"));
+}
+
+TEST_F(SaneEngineTest, CancellingEndsTheWaitForABusyScanner)
+{
+    const QString busy = QStringLiteral("status ") + waitingForBusyText();
+    for (const char *fault : {"busy open", "busy start"}) {
+        SCOPED_TRACE(fault);
+        startBad({.fault = QLatin1StringView(fault)});
+        m_engine->send(scan(75));
+        m_engine->until(busy);
+        m_engine->send(cancelCommand);
+        EXPECT_EQ(m_engine->until(QStringLiteral("done")).last(),
+                  fault == QLatin1StringView("busy open") ? QStringLiteral("done 0")
+                                                          : QStringLiteral("done 1"));
+    }
 }
 
 } // namespace

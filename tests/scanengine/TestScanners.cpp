@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSaveFile>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -65,7 +66,7 @@ TestScanners::TestScanners(std::initializer_list<Setting> settings, const QStrin
     putFile(m_folder.filePath(QStringLiteral("test.conf")), content);
     putFile(m_folder.filePath(QStringLiteral("dll.conf")), backends.join(u'\n').toUtf8() + '\n');
     EXPECT_TRUE(QDir(m_folder.path()).mkdir(QStringLiteral("dll.d")));
-    setFault(QString());
+    setBad(m_bad);
 }
 
 WorkerLaunch TestScanners::launch() const
@@ -82,11 +83,32 @@ WorkerLaunch TestScanners::launch() const
     return launch;
 }
 
+void TestScanners::setBad(const BadScanner &bad)
+{
+    m_bad = bad;
+    QStringList lines{QStringLiteral("name ") + bad.name};
+    if (!bad.fault.isEmpty())
+        lines.append(QStringLiteral("fault ") + bad.fault);
+    if (bad.sheets)
+        lines.append(QStringLiteral("sheets %1").arg(*bad.sheets));
+    if (!bad.hasFeeder)
+        lines.append(QStringLiteral("flatbed"));
+    if (bad.hasSensor)
+        lines.append(QStringLiteral("sensor"));
+    if (bad.presses)
+        lines.append(QStringLiteral("presses %1").arg(*bad.presses));
+    // As a whole: the backend may be reading it.
+    QSaveFile file(m_folder.filePath(QStringLiteral("fault")));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(lines.join(u'\n').toUtf8() + '\n');
+    EXPECT_TRUE(file.commit());
+}
+
 void TestScanners::setFault(const QString &fault)
 {
-    const QString path = m_folder.filePath(QStringLiteral("fault"));
-    QFile::remove(path);
-    putFile(path, fault.toUtf8());
+    BadScanner bad = m_bad;
+    bad.fault = fault;
+    setBad(bad);
 }
 
 bool TestScanners::wasClosed() const

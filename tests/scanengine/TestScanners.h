@@ -8,13 +8,24 @@
 #include <QTemporaryDir>
 
 #include <initializer_list>
+#include <optional>
 #include <sys/types.h>
 #include <utility>
 
 namespace scanengine {
 
+/// What our `bad` backend is like, and how it fails. See BadBackend.cpp.
+struct BadScanner {
+    QString name = QStringLiteral("feeder"); ///< "bad:feeder" to SANE.
+    QString fault = {};                      ///< "crash search"; empty for none.
+    std::optional<int> sheets = {};          ///< Put into the feeder so far; else it never empties.
+    bool hasFeeder = true;
+    bool hasSensor = false;          ///< For paper in the feeder.
+    std::optional<int> presses = {}; ///< Of the button so far, if there is one.
+};
+
 /// Scanners without hardware: a configuration of SANE that has nothing but its own `test` backend,
-/// with one device, "test:0", and our `bad` one, with "bad:feeder". See BadBackend.cpp.
+/// with one device, "test:0", and our `bad` one, whose device fails and changes on demand.
 class TestScanners {
 public:
     /// A setting of the test backend's configuration, as sane-test(5) names them.
@@ -26,6 +37,9 @@ public:
     /// How the worker is launched to find these scanners alone.
     [[nodiscard]] WorkerLaunch launch() const;
 
+    [[nodiscard]] const BadScanner &bad() const { return m_bad; }
+    /// Takes effect at once, also on a device at work.
+    void setBad(const BadScanner &bad);
     /// Makes the bad backend fail from now on, "crash search"; or not any more, when empty.
     void setFault(const QString &fault);
 
@@ -34,6 +48,7 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    BadScanner m_bad;
 };
 
 /// The worker processes that the process `parent` has started and not yet seen the end of.

@@ -241,9 +241,7 @@ INSTANTIATE_TEST_SUITE_P(
         FaultCase{"CoverOpen", EsclFault::coverOpen, 2,
                   "scanStarted|page 1|status The scanner's cover is open. Close it and scan again; "
                   "the page before it is saved.|done 1"},
-        FaultCase{"Busy", EsclFault::busy, 1,
-                  "error The scanner is busy. Wait until it has finished, close other programs "
-                  "that use it, and scan again."},
+        FaultCase{"Busy", EsclFault::busy, 1, "scanStarted|page 1|page 2|page 3|done 3"},
         FaultCase{"Drop", EsclFault::drop, 2,
                   "scanStarted|page 1|status The connection to the scanner failed. Check its cable "
                   "or network, switch it off and on, and scan again; the page before it is "

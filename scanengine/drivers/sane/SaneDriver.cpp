@@ -2,6 +2,7 @@
 
 #include "scanengine/Log.h"
 #include "scanengine/drivers/sane/BackendSearch.h"
+#include "scanengine/drivers/sane/PoliteRetry.h"
 #include "scanengine/drivers/sane/SaneConfig.h"
 #include "scanengine/drivers/sane/SaneSession.h"
 
@@ -84,11 +85,11 @@ std::optional<SaneScanner> SaneDriver::known(const QString &id) const
 }
 
 OpenResult SaneDriver::open(const QString &id, const CaptureSettings &settings,
-                            const std::stop_token &stop)
+                            const TellStatus &tell, const std::stop_token &stop)
 {
     auto scanner = known(id);
     if (scanner) {
-        Attempt attempt = openScanner(*scanner, settings, stop);
+        Attempt attempt = openScanner(*scanner, settings, tell, stop);
         if (!attempt.isStale)
             return std::move(attempt.result);
     }
@@ -99,16 +100,15 @@ OpenResult SaneDriver::open(const QString &id, const CaptureSettings &settings,
         return Cancelled{};
     if (!found)
         return Fault{troubleText(WorkerTrouble::deviceVanished)};
-    return std::move(openScanner(*found, settings, stop).result);
+    return std::move(openScanner(*found, settings, tell, stop).result);
 }
 
 SaneDriver::Attempt SaneDriver::openScanner(const SaneScanner &scanner,
-                                            const CaptureSettings &settings,
+                                            const CaptureSettings &settings, const TellStatus &tell,
                                             const std::stop_token &stop)
 {
     const QString backend = backendOf(scanner.saneName);
-    // It may be in the middle of its search, or just be letting a device go.
-    if (!m_known.occupy(backend, m_limits.backendSearch + m_limits.release, stop))
+    if (!occupy(backend, tell, stop))
         return {stop.stop_requested() ? OpenResult(Cancelled{})
                                       : OpenResult(Fault{statusText(SaneStatus::deviceBusy)})};
     auto vacate = qScopeGuard([&] { m_known.vacate(backend); });
@@ -118,22 +118,44 @@ SaneDriver::Attempt SaneDriver::openScanner(const SaneScanner &scanner,
 
     qCInfo(logging).noquote() << "Open" << scanner.saneName << "for" << scanner.device.id;
     const WorkerStep step{m_limits.open, WorkerTrouble::hungAtOpen};
-    auto reply = worker->ask<OptionsAnswer>(OpenRequest{scanner.saneName}, step, stop);
+    PoliteRetry busy(tell, waitingForBusyText(), m_limits.busy, m_limits.busyRetry);
+    Reply<OptionsAnswer> reply = Cancelled{};
+    const auto isBusy = [&reply] {
+        const auto *refusal = std::get_if<OptionsAnswer>(&reply);
+        return refusal && refusal->status == SaneStatus::deviceBusy;
+    };
+    do {
+        reply = worker->ask<OptionsAnswer>(OpenRequest{scanner.saneName}, step, stop);
+    } while (isBusy() && busy.pauseToRetry(stop));
+    auto *answer = std::get_if<OptionsAnswer>(&reply);
+    if (answer && answer->status != SaneStatus::good) {
+        qCInfo(logging) << "Open: status" << int(answer->status);
+        // With nothing open it ends at once; then a search can tell where the device is now.
+        worker->end(m_limits.searchEnd);
+        return {Fault{statusText(answer->status)}, answer->status == SaneStatus::invalid};
+    }
     vacate.dismiss();
     const auto release = [this, backend](std::unique_ptr<SaneWorker> released) {
         letGo(std::move(released), backend);
     };
-    auto *answer = std::get_if<OptionsAnswer>(&reply);
-    if (answer && answer->status == SaneStatus::good)
+    if (answer)
         return {std::make_unique<SaneSession>(std::move(worker), std::move(answer->options),
-                                              settings, m_limits, release)};
+                                              settings, m_limits, tell, release)};
     release(std::move(worker));
     if (const auto *trouble = std::get_if<WorkerTrouble>(&reply))
         return {Fault{troubleText(*trouble)}};
-    if (!answer)
-        return {Cancelled{}};
-    qCInfo(logging) << "Open: status" << int(answer->status);
-    return {Fault{statusText(answer->status)}, answer->status == SaneStatus::invalid};
+    return {Cancelled{}};
+}
+
+/// Takes the backend, which may be in the middle of its search or just be letting a device go.
+bool SaneDriver::occupy(const QString &backend, const TellStatus &tell, const std::stop_token &stop)
+{
+    if (m_known.occupy(backend, m_limits.untold, stop))
+        return true;
+    if (stop.stop_requested())
+        return false;
+    tell(waitingForBusyText());
+    return m_known.occupy(backend, m_limits.backendSearch + m_limits.release, stop);
 }
 
 /// Ends a worker beside whatever comes next; only then its backend is free again.

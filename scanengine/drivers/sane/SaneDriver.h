@@ -35,7 +35,7 @@ public:
     [[nodiscard]] QList<Device> devices(const std::stop_token &stop) override;
     [[nodiscard]] QList<Device> knownDevices() const override;
     [[nodiscard]] OpenResult open(const QString &id, const CaptureSettings &settings,
-                                  const std::stop_token &stop) override;
+                                  const TellStatus &tell, const std::stop_token &stop) override;
 
 private:
     struct Attempt {
@@ -46,7 +46,9 @@ private:
     void search(const std::stop_token &stop);
     [[nodiscard]] std::optional<SaneScanner> known(const QString &id) const;
     [[nodiscard]] Attempt openScanner(const SaneScanner &scanner, const CaptureSettings &settings,
-                                      const std::stop_token &stop);
+                                      const TellStatus &tell, const std::stop_token &stop);
+    [[nodiscard]] bool occupy(const QString &backend, const TellStatus &tell,
+                              const std::stop_token &stop);
     void letGo(std::unique_ptr<SaneWorker> worker, const QString &backend);
     [[nodiscard]] WorkerLaunch launchFor(const QString &backend) const;
 

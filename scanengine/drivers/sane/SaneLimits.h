@@ -22,6 +22,12 @@ struct SaneLimits {
     std::chrono::milliseconds start{150'000};
     /// Between two pieces of a page. Slow devices calibrate or move the carriage back meanwhile.
     std::chrono::milliseconds data{60'000};
+    /// For a device that says it is busy, with another program or a print, to become free.
+    std::chrono::milliseconds busy{10'000};
+    /// Between two tries of a device that is busy or warms up.
+    std::chrono::milliseconds busyRetry{1'000};
+    /// What a device may take to become free without the user being told.
+    std::chrono::milliseconds untold{1'000};
     /// For the worker to let its device go, the carriage going home included.
     std::chrono::milliseconds release{10'000};
     /// Between two looks whether the feeder has got paper.

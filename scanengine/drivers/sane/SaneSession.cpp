@@ -3,6 +3,7 @@
 #include "scanengine/Log.h"
 #include "scanengine/drivers/Pause.h"
 #include "scanengine/drivers/sane/FrameAssembly.h"
+#include "scanengine/drivers/sane/PoliteRetry.h"
 
 #include <utility>
 
@@ -11,7 +12,6 @@ namespace {
 
 /// Older backends tell by these numbers that the lamp is warming up or the transport is locked.
 constexpr int warmingUp = 12;
-constexpr std::chrono::milliseconds warmUpRetry{1'000};
 
 /// How much more than announced a device may send before it counts as out of its mind, in bytes.
 constexpr qint64 mostSurplus = 16 * 1024 * 1024;
@@ -24,10 +24,11 @@ FeedResult asFeedResult(const std::variant<NoPaper, Cancelled, Fault> &obstacle)
 } // namespace
 
 SaneSession::SaneSession(std::unique_ptr<SaneWorker> worker, SaneOptions options,
-                         const CaptureSettings &settings, const SaneLimits &limits, Release release)
+                         const CaptureSettings &settings, const SaneLimits &limits, TellStatus tell,
+                         Release release)
     : m_worker(std::move(worker)), m_options(std::move(options)),
       m_wish{settings.source, settings.dpi, settings.colorMode}, m_limits(limits),
-      m_release(std::move(release)), m_plan(m_wish)
+      m_tell(std::move(tell)), m_release(std::move(release)), m_plan(m_wish)
 {
 }
 
@@ -122,7 +123,8 @@ std::optional<SaneSession::Obstacle> SaneSession::startPage(const std::stop_toke
 
 std::optional<SaneSession::Obstacle> SaneSession::startFrame(const std::stop_token &stop)
 {
-    const QDeadlineTimer deadline(m_limits.start);
+    PoliteRetry busy(m_tell, waitingForBusyText(), m_limits.busy, m_limits.busyRetry);
+    PoliteRetry lamp(m_tell, waitingForLampText(), m_limits.start, m_limits.busyRetry);
     for (;;) {
         const WorkerStep step{m_limits.start, WorkerTrouble::hungAtStart};
         const auto reply = m_worker->ask<StartedAnswer>(StartRequest(), step, stop);
@@ -137,9 +139,11 @@ std::optional<SaneSession::Obstacle> SaneSession::startFrame(const std::stop_tok
             return std::nullopt;
         if (answer.status == SaneStatus::noDocs)
             return NoPaper{};
-        if (int(answer.status) != warmingUp || deadline.hasExpired())
+        const bool isAnotherTry =
+            (answer.status == SaneStatus::deviceBusy && busy.pauseToRetry(stop)) ||
+            (int(answer.status) == warmingUp && lamp.pauseToRetry(stop));
+        if (!isAnotherTry)
             return Fault{statusText(answer.status)};
-        pauseFor(warmUpRetry, stop);
     }
 }
 

@@ -17,7 +17,8 @@ class FrameAssembly;
 ///
 /// A feeder gives sheet after sheet; a flatbed gives one page, and then `NoPaper`. To wait for
 /// paper, the feeder's sensor is watched, or feeding is tried again now and then; a device without
-/// a feeder is asked for its scan button, and gives `NoPaper` if it has none.
+/// a feeder is asked for its scan button, and gives `NoPaper` if it has none. A device that says it
+/// is busy, or is warming up, is asked again for some time.
 class SaneSession : public ScanSession {
 public:
     /// Lets a device go, when the session is over. Must not take long.
@@ -25,7 +26,8 @@ public:
 
     /// `worker` has the device open, with `options`.
     SaneSession(std::unique_ptr<SaneWorker> worker, SaneOptions options,
-                const CaptureSettings &settings, const SaneLimits &limits, Release release);
+                const CaptureSettings &settings, const SaneLimits &limits, TellStatus tell,
+                Release release);
     ~SaneSession() override;
 
     [[nodiscard]] FeedResult feedSheet(WhenEmpty whenEmpty, const std::stop_token &stop) override;
@@ -50,6 +52,7 @@ private:
     SaneOptions m_options;
     CaptureWish m_wish;
     SaneLimits m_limits;
+    TellStatus m_tell;
     Release m_release;
     OptionPlan m_plan;
     Capture m_capture;

@@ -66,6 +66,16 @@ QString troubleText(WorkerTrouble trouble)
     return statusText(SaneStatus::good);
 }
 
+QString waitingForBusyText()
+{
+    return QStringLiteral("The scanner is busy. Waiting for it…");
+}
+
+QString waitingForLampText()
+{
+    return QStringLiteral("The scanner is warming up. Waiting for it…");
+}
+
 QString withSavedPages(const QString &text, qsizetype pages)
 {
     if (pages <= 0)

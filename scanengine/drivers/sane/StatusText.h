@@ -36,6 +36,10 @@ enum class WorkerTrouble {
 [[nodiscard]] QString statusText(SaneStatus status);
 [[nodiscard]] QString troubleText(WorkerTrouble trouble);
 
+/// What the user reads while the scan waits for such a device, and goes on by itself.
+[[nodiscard]] QString waitingForBusyText();
+[[nodiscard]] QString waitingForLampText();
+
 /// `text`, which ends with a full stop, with word of the pages that are kept: "… scan again; the 4
 /// pages before it are saved." Unchanged for no pages.
 [[nodiscard]] QString withSavedPages(const QString &text, qsizetype pages);
