@@ -126,15 +126,16 @@ TEST_F(SaneEngineTest, ABusyScannerIsWaitedForAndTheUserIsTold)
 TEST_F(SaneEngineTest, CancellingEndsTheWaitForABusyScanner)
 {
     const QString busy = QStringLiteral("status ") + waitingForBusyText();
-    for (const char *fault : {"busy open", "busy start"}) {
-        SCOPED_TRACE(fault);
-        startBad({.fault = QLatin1StringView(fault)});
+    const std::pair<QString, QString> cases[] = {
+        {QStringLiteral("busy open"),  QStringLiteral("done 0")},
+        {QStringLiteral("busy start"), QStringLiteral("done 1")},
+    };
+    for (const auto &[fault, end] : cases) {
+        startBad({.fault = fault});
         m_engine->send(scan(75));
         m_engine->until(busy);
         m_engine->send(cancelCommand);
-        EXPECT_EQ(m_engine->until(QStringLiteral("done")).last(),
-                  fault == QLatin1StringView("busy open") ? QStringLiteral("done 0")
-                                                          : QStringLiteral("done 1"));
+        EXPECT_EQ(m_engine->until(QStringLiteral("done")).last(), end);
     }
 }
 
