@@ -3,11 +3,12 @@ import doctest
 import sys
 
 import accuracy
+import feeding
 import table
 
 
 def main():
-    results = [doctest.testmod(module) for module in (accuracy, table)]
+    results = [doctest.testmod(module) for module in (accuracy, feeding, table)]
     if any(result.attempted == 0 for result in results):
         sys.exit("A module has lost its examples.")
     return 1 if any(result.failed for result in results) else 0

@@ -50,7 +50,7 @@ def peak_memory(command, environment):
             stderr=messages) as process:
         deadline = time.monotonic() + TIMEOUT
         while process.poll() is None:
-            peak = max(peak, _high_water(process.pid))
+            peak = max(peak, high_water(process.pid))
             if time.monotonic() > deadline:
                 process.kill()
             time.sleep(0.005)
@@ -59,7 +59,8 @@ def peak_memory(command, environment):
     return peak
 
 
-def _high_water(pid):
+def high_water(pid):
+    """The most resident bytes that the process has held so far; 0 once it has ended."""
     try:
         status = Path(f"/proc/{pid}/status").read_text(encoding="ascii", errors="replace")
     except OSError:  # It ended in between.

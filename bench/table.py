@@ -62,9 +62,21 @@ def _figure(value, unit):
 
 
 def as_text(rows):
-    """Columns parted by two blanks; the first reads from the left, the others from the right."""
-    lines = [HEADINGS] + [row.cells() for row in rows]
-    widths = [max(len(line[column]) for line in lines) for column in range(len(HEADINGS))]
+    return aligned([HEADINGS] + [row.cells() for row in rows])
+
+
+def aligned(lines):
+    """Columns parted by two blanks; the first reads from the left, the others from the right.
+
+    The first line is the headings.
+
+    >>> print(aligned([("a", "figure"), ("row", "1")]))
+    a    figure
+    ---  ------
+    row       1
+    """
+    widths = [max(len(line[column]) for line in lines) for column in range(len(lines[0]))]
+    lines = list(lines)
     lines.insert(1, tuple("-" * width for width in widths))
     return "\n".join(
         "  ".join([line[0].ljust(widths[0])]
