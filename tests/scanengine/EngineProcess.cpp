@@ -6,7 +6,8 @@
 namespace scanengine {
 namespace {
 
-constexpr int patienceMilliseconds = 30'000;
+/// More than the longest time that the engine grants a scanner, at the start of a page.
+constexpr int patienceMilliseconds = 180'000;
 
 } // namespace
 

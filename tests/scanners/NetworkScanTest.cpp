@@ -210,7 +210,7 @@ TEST_F(ServerScanTest, AServerThatDiesLeavesThePagesBeforeIt)
     // Which fault the net backend makes of it depends on the moment.
     const QString reason = end[end.size() - 2];
     EXPECT_THAT(reason.toStdString(),
-                testing::MatchesRegex("status .* network, switch it off .* saved\\."));
+                testing::MatchesRegex("status .* scan again; the .* saved\\."));
 }
 
 /// A scanner that fails at a page, and what the job says then.

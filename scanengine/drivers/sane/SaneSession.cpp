@@ -46,15 +46,19 @@ FeedResult SaneSession::feedSheet(WhenEmpty whenEmpty, const std::stop_token &st
             return asFeedResult(*obstacle);
     }
     for (;;) {
+        // A feeder that was empty just now isn't tried again at once.
+        if (std::exchange(m_isEmpty, false) && whenEmpty == WhenEmpty::waitForPaper) {
+            if (const auto end = waitForPaper(stop))
+                return asFeedResult(*end);
+        }
         const auto obstacle = startPage(stop);
         if (!obstacle) {
             ++m_pages;
             return SheetMoving{};
         }
-        if (!std::holds_alternative<NoPaper>(*obstacle) || whenEmpty == WhenEmpty::finish)
+        m_isEmpty = std::holds_alternative<NoPaper>(*obstacle);
+        if (!m_isEmpty || whenEmpty == WhenEmpty::finish)
             return asFeedResult(*obstacle);
-        if (const auto end = waitForPaper(stop))
-            return asFeedResult(*end);
     }
 }
 

@@ -58,7 +58,8 @@ private:
     Capture m_capture;
     FrameParameters m_frame; ///< Of the frame that has begun.
     bool m_isSetUp = false;
-    int m_pages = 0; ///< Begun so far.
+    bool m_isEmpty = false; ///< The feeder, when it was last tried.
+    int m_pages = 0;        ///< Begun so far.
 };
 
 } // namespace scanengine
