@@ -13,7 +13,8 @@ GalleryWindow {
     cardWidth: 900
     cardHeight: 580
     cardRadius: 10
-    smallestCard: Qt.size(480, 320)
+    smallestCard.width: 480
+    smallestCard.height: 320
     shadowMargin: 48
 
     Item {

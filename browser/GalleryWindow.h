@@ -7,7 +7,7 @@
 namespace velmor {
 
 /// The window of the drawer. `DrawerWindow.qml` builds on it.
-class GalleryWindow : public CardWindow {
+class GalleryWindow : public velmor::CardWindow {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QQmlComponent *content MEMBER m_content NOTIFY contentChanged)

@@ -2,6 +2,9 @@ import QtQuick
 import Velmor.Controls
 import Velmor.Browser
 
+// Delegates use ids of this file: the pragma that says so is newer than Qt 6.4.
+// qmllint disable unqualified
+
 // The saved scans: double click or Return opens one.
 Item {
     id: view

@@ -23,19 +23,21 @@ function(velmor_defaults target)
 endfunction()
 
 # velmor_module(NAME [QML uri] SOURCES file... [QML_FILES file...] [SINGLETONS file...]
-#               [RESOURCES file...] LINK library...)
+#               [RESOURCES file...] [DERIVES_FROM uri...] LINK library...)
 # The static library velmor_NAME of the current folder. Headers are included from the top of the
 # tree: "engine/ScanEngineClient.h". List every file, headers too: the list is the contents page.
 #
 # With QML it is also the QML module of that address, which holds the QML_FILES, those in
 # SINGLETONS being singletons, and the types that the sources register; a program that shows it
 # links velmor_NAMEplugin too. Resources lie beside the module's QML files, under their own paths.
+# DERIVES_FROM names the modules that base classes of the registered types are from.
 function(velmor_module name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "QML" "SOURCES;QML_FILES;SINGLETONS;RESOURCES;LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "QML"
+        "SOURCES;QML_FILES;SINGLETONS;RESOURCES;DERIVES_FROM;LINK")
     if(arg_QML)
         velmor_qml_library(velmor_${name} ${arg_QML}
             SOURCES ${arg_SOURCES} QML_FILES ${arg_QML_FILES} SINGLETONS ${arg_SINGLETONS}
-            RESOURCES ${arg_RESOURCES})
+            RESOURCES ${arg_RESOURCES} DERIVES_FROM ${arg_DERIVES_FROM})
     else()
         add_library(velmor_${name} STATIC ${arg_SOURCES})
         velmor_defaults(velmor_${name})
@@ -45,11 +47,12 @@ function(velmor_module name)
 endfunction()
 
 # velmor_qml_library(TARGET uri SOURCES file... QML_FILES file... SINGLETONS file...
-#                    RESOURCES file...)
+#                    RESOURCES file... DERIVES_FROM uri...)
 # Part of `velmor_module`. The code that Qt generates from QML files isn't free of warnings, so the
 # strictness is put on our files and not on the target.
 function(velmor_qml_library target uri)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;QML_FILES;SINGLETONS;RESOURCES")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" ""
+        "SOURCES;QML_FILES;SINGLETONS;RESOURCES;DERIVES_FROM")
     set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
     # Files in subfolders have flat resource names: they find each other beside the module's qmldir.
     foreach(file ${arg_QML_FILES} ${arg_SINGLETONS})
@@ -60,7 +63,7 @@ function(velmor_qml_library target uri)
         URI ${uri}
         VERSION 1.0
         RESOURCE_PREFIX /qt/qml
-        DEPENDENCIES QtQuick
+        DEPENDENCIES QtQuick ${arg_DERIVES_FROM}
         SOURCES ${arg_SOURCES}
         QML_FILES ${arg_QML_FILES} ${arg_SINGLETONS}
         RESOURCES ${arg_RESOURCES})

@@ -12,7 +12,7 @@ namespace velmor {
 ///
 /// With a `radius` its corners are round. Colours change along the diagonal and are equal across
 /// it, whatever the shape.
-class DiagonalGradient : public PictureItem {
+class DiagonalGradient : public velmor::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor from MEMBER m_from NOTIFY changed)

@@ -13,7 +13,8 @@ DialogWindow {
     Image {
         anchors.horizontalCenter: parent.horizontalCenter
         source: "qrc:/velmor/brand/velmor.svg"
-        sourceSize: Qt.size(64, 64)
+        sourceSize.width: 64
+        sourceSize.height: 64
         Accessible.ignored: true
     }
 

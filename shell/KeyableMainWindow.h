@@ -6,7 +6,7 @@ namespace velmor {
 
 /// The main window. `MainWindow.qml` builds on it: the content decides on the size. It takes the
 /// keyboard like any other window, although it has no frame.
-class KeyableMainWindow : public CardWindow {
+class KeyableMainWindow : public velmor::CardWindow {
     Q_OBJECT
     QML_ELEMENT
 

@@ -49,7 +49,10 @@ KeyableMainWindow {
         GalleryPanel {
             ScansBrowserView {
                 scans: ScansList {
+                    // The type of the model is known to another module than the list's.
+                    // qmllint disable
                     model: window.model
+                    // qmllint enable
                 }
             }
         }

@@ -2,9 +2,11 @@
 #include <QQuickWindow>
 #include <gmock/gmock.h>
 
-// For tests that open windows, on no screen in particular.
+// The start of test programs that make windows: in memory, unless the caller wants to see them.
 int main(int argc, char **argv)
 {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QQuickWindow::setDefaultAlphaBuffer(true);
     const QGuiApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("VelmorTests"));

@@ -17,7 +17,6 @@ protected:
     void SetUp() override
     {
         view.engine()->addImportPath(QStringLiteral(":/qt/qml"));
-        Motion::of(*view.engine())->setReduced(true);
         view.setInitialProperties({
             {QStringLiteral("model"), QVariant::fromValue(model.get())}
         });
@@ -27,6 +26,7 @@ protected:
         });
         view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmor/Home/HomeView.qml")));
         ASSERT_EQ(view.status(), QQuickView::Ready);
+        Motion::of(*view.engine())->setReduced(true);
         view.setColor(Qt::transparent);
         view.show();
         view.requestActivate();

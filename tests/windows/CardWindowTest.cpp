@@ -2,8 +2,8 @@
 
 #include "tests/Waiting.h"
 
-#include <QMouseEvent>
 #include <QQuickItem>
+#include <QTest>
 #include <gmock/gmock.h>
 
 namespace velmor {
@@ -21,21 +21,14 @@ public:
         setCardPosition({200, 150});
     }
 
-    /// The left button at a point of the screen, or none.
-    void pointer(QEvent::Type type, const QPoint &screen, Qt::MouseButtons held = Qt::LeftButton)
-    {
-        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-        QMouseEvent event(type, QPointF(screen - position()), QPointF(screen), button, held, {});
-        QCoreApplication::sendEvent(this, &event);
-    }
-
     /// Presses, moves in two steps, releases.
     void dragPointer(const QPoint &from, const QPoint &to)
     {
-        pointer(QEvent::MouseButtonPress, from);
-        pointer(QEvent::MouseMove, (from + to) / 2);
-        pointer(QEvent::MouseMove, to);
-        pointer(QEvent::MouseButtonRelease, to, Qt::NoButton);
+        // Each in the window's coordinates at that time.
+        QTest::mousePress(this, Qt::LeftButton, {}, from - position());
+        QTest::mouseMove(this, (from + to) / 2 - position());
+        QTest::mouseMove(this, to - position());
+        QTest::mouseRelease(this, Qt::LeftButton, {}, to - position());
     }
 };
 
@@ -50,13 +43,13 @@ TEST(CardWindow, IsAheadOfAGrowingCardAndFitsItInTheEnd)
 {
     TestWindow window(CardWindow::Resizing::byContent);
     window.show();
-    int resizes = 0;
-    QObject::connect(&window, &QWindow::heightChanged, [&] { ++resizes; });
-    for (int height = 201; height <= 260; ++height) {
+    window.setCardHeight(201);
+    const int ahead = window.height();
+    for (int height = 202; height <= 260; ++height) {
         window.setCardHeight(height);
-        EXPECT_GE(window.height(), height + 2 * shadow);
+        EXPECT_EQ(window.height(), ahead);
     }
-    EXPECT_EQ(resizes, 1);
+    EXPECT_GE(ahead, 260 + 2 * shadow);
     EXPECT_TRUE(waitUntil([&] { return window.height() == 260 + 2 * shadow; }));
     window.setCardHeight(220);
     EXPECT_EQ(window.height(), 260 + 2 * shadow);
@@ -76,7 +69,7 @@ TEST(CardWindow, IsMovedByItsBackground)
                          {220, 140},
                          {240, 130}
     }));
-    window.pointer(QEvent::MouseMove, {500, 500}, Qt::NoButton);
+    QTest::mouseMove(&window, {100, 100});
     EXPECT_EQ(window.cardGeometry().topLeft(), QPoint(240, 130));
 }
 
