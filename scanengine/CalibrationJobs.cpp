@@ -81,12 +81,15 @@ Result<QString> adjustSample(const Command &command)
     Result<QImage> sample = readPage(input, 0);
     if (const Fault *fault = faultOf(sample))
         return *fault;
-    const QImage page = finishedPage(std::get<QImage>(std::move(sample)), command.processing,
-                                     std::get<ColorMode>(mode));
-    if (page.isNull())
+    // A preview is shown of a blank sample, too.
+    AutoSwitches processing = command.processing;
+    processing.blankRemoval = false;
+    const auto page =
+        finishedPage(std::get<QImage>(std::move(sample)), processing, std::get<ColorMode>(mode));
+    if (!page || page->isNull())
         return Fault{QStringLiteral("The preview needs more memory than there is. Calibrate again "
                                     "at a lower resolution.")};
-    if (const auto fault = replacePng(page, output))
+    if (const auto fault = replacePng(*page, output))
         return *fault;
     return output;
 }

@@ -16,6 +16,12 @@ Fault outOfMemory()
     return {QStringLiteral("The page needs more memory than there is. Choose a lower resolution.")};
 }
 
+QString blankPagesLeftOut(int count)
+{
+    return count == 1 ? QStringLiteral("1 blank page was left out.")
+                      : QStringLiteral("%1 blank pages were left out.").arg(count);
+}
+
 } // namespace
 
 ScanJob::ScanJob(const Command &command, const DriverList &drivers, OutputWriter &output)
@@ -65,8 +71,7 @@ std::optional<Fault> ScanJob::scan(const std::stop_token &stop)
     session.reset();
     const auto lineFault = line.drain();
     if (line.blankPages() > 0)
-        m_output.write(
-            event::status(QStringLiteral("Blank pages left out: %1.").arg(line.blankPages())));
+        m_output.write(event::status(blankPagesLeftOut(line.blankPages())));
     return lineFault ? lineFault : captureFault;
 }
 
@@ -110,10 +115,12 @@ PageOutcome ScanJob::finished(QImage sheet, const CaptureSettings &settings) con
         return Fault{QStringLiteral("The page is too large to scan at %1 dpi. Choose a lower "
                                     "resolution.")
                          .arg(settings.dpi)};
-    QImage image = finishedPage(std::move(*page), m_command.processing, settings.colorMode);
-    if (image.isNull())
+    auto image = finishedPage(std::move(*page), m_command.processing, settings.colorMode);
+    if (!image)
+        return BlankPage{};
+    if (image->isNull())
         return outOfMemory();
-    return image;
+    return *std::move(image);
 }
 
 void ScanJob::finish(const std::optional<Fault> &fault)

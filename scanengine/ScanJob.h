@@ -40,6 +40,7 @@ private:
     const DriverList &m_drivers;
     OutputWriter &m_output;
     PageFiles m_pages;
+    int m_blankPages = 0; ///< Left out because nothing is on them.
 };
 
 } // namespace scanengine

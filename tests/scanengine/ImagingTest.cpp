@@ -50,18 +50,6 @@ TEST(Resample, RefusesAPageBeyondTheLimitBeforeItIsMade)
     EXPECT_FALSE(atResolution(greyPage({2000, 2000}, 0, 30), 1200));
 }
 
-TEST(ColorMode, AutomaticKeepsColorOnlyWhereThereIsSome)
-{
-    QImage letterhead = coloredPage(QColor(250, 244, 220)); // Yellowed paper.
-    EXPECT_EQ(inColorMode(letterhead, ColorMode::automatic).format(), QImage::Format_Grayscale8);
-    letterhead.setPixelColor(3, 3, QColor(180, 30, 40));
-    letterhead.setPixelColor(4, 3, QColor(180, 30, 40));
-    EXPECT_EQ(inColorMode(letterhead, ColorMode::automatic), letterhead);
-    EXPECT_EQ(inColorMode(letterhead, ColorMode::gray).format(), QImage::Format_Grayscale8);
-    EXPECT_EQ(inColorMode(greyPage({9, 9}, 90, 300), ColorMode::color).format(),
-              QImage::Format_RGB32);
-}
-
 TEST(ColorMode, BlackAndWhitePartsInkFromPaperOfAnyLightness)
 {
     const struct {
@@ -112,14 +100,33 @@ TEST(Levels, BrightnessMovesAndContrastSpreadsTheLevels)
     }
 }
 
-TEST(CleanBackground, MakesThePaperWhiteAndLeavesTheInkDark)
+TEST(Levels, NeverTurnLevelsAroundNorJump)
 {
-    QImage page = coloredPage(QColor(236, 230, 200));
-    page.setPixelColor(1, 1, QColor(226, 220, 192)); // Grain.
-    page.setPixelColor(2, 1, QColor(20, 20, 20));
-    const QImage clean = withCleanBackground(page);
-    EXPECT_EQ(clean.pixelColor(1, 1), QColor(Qt::white));
-    EXPECT_LT(clean.pixelColor(2, 1).red(), 30);
+    QImage ramp = greyPage({256, 1}, 0, 300);
+    for (int x = 0; x < 256; ++x)
+        ramp.setPixelColor(x, 0, QColor(x, x, x));
+    EXPECT_EQ(withLevels(ramp, 0, 0), ramp);
+    const int settings[] = {-1000, -384, -60, -1, 0, 1, 60, 384, 850, 1000};
+    for (const int brightness : settings) {
+        for (const int contrast : settings) {
+            SCOPED_TRACE(testing::Message() << brightness << " " << contrast);
+            const QImage result = withLevels(ramp, brightness, contrast);
+            for (int x = 1; x < 256; ++x) {
+                const int step = qGray(result.pixel(x, 0)) - qGray(result.pixel(x - 1, 0));
+                ASSERT_GE(step, 0) << "at " << x;
+                ASSERT_LE(step, 3) << "at " << x;
+            }
+        }
+    }
+}
+
+TEST(Levels, PressDetailTogetherBeforeLosingIt)
+{
+    // Two levels that a straight line would both carry past white.
+    const QImage light = withLevels(greyPage({5, 5}, 235, 300), 60, 200);
+    const QImage lighter = withLevels(greyPage({5, 5}, 245, 300), 60, 200);
+    EXPECT_LT(greyLevel(light), greyLevel(lighter));
+    EXPECT_GT(greyLevel(light), 235);
 }
 
 } // namespace
