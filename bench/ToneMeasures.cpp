@@ -1,0 +1,146 @@
+#include "bench/ToneMeasures.h"
+
+#include "scanengine/imaging/PixelView.h"
+
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace bench {
+namespace {
+
+constexpr double leastContrast = 0.06;
+constexpr int white = 250;
+constexpr double rimMm = 5;
+
+/// The sheet as it is meant to look: on white paper.
+cv::Mat onWhite(const corpus::PageArt &art)
+{
+    const cv::Mat sheet = scanengine::pixelsOf(art.page);
+    const cv::Mat bare = scanengine::pixelsOf(art.paper);
+    const cv::Scalar paper =
+        cv::countNonZero(bare) > 0 ? cv::mean(sheet, bare) : cv::Scalar::all(255);
+    cv::Mat result;
+    cv::divide(sheet, cv::Mat(sheet.size(), sheet.type(), paper + cv::Scalar(0, 0, 0, 255)), result,
+               255);
+    return result;
+}
+
+cv::Mat colored(const QImage &image)
+{
+    cv::Mat result = scanengine::pixelsOf(image);
+    if (result.channels() == 1)
+        cv::cvtColor(result, result, cv::COLOR_GRAY2BGRA);
+    return result.clone();
+}
+
+int colorOf(const cv::Vec4b &pixel)
+{
+    const auto [least, most] = std::minmax({pixel[0], pixel[1], pixel[2]});
+    return most - least;
+}
+
+bool isInRim(const corpus::PageArt &art, int x, int y)
+{
+    const double rim = rimMm * art.page.dotsPerMeterX() / 1000;
+    return x < rim || y < rim || x >= art.page.width() - rim || y >= art.page.height() - rim;
+}
+
+double photoError(const corpus::PageArt &art, const cv::Mat &truth, const cv::Mat &cleaned)
+{
+    const cv::Mat mask = scanengine::pixelsOf(art.photo);
+    if (cv::countNonZero(mask) == 0)
+        return -1;
+    // Noise isn't damage: means over 4x4 pixels are compared.
+    cv::Mat before;
+    cv::Mat after;
+    cv::Mat inside;
+    cv::resize(truth, before, {}, 0.25, 0.25, cv::INTER_AREA);
+    cv::resize(cleaned, after, {}, 0.25, 0.25, cv::INTER_AREA);
+    cv::resize(mask, inside, {}, 0.25, 0.25, cv::INTER_AREA);
+    cv::Mat difference;
+    cv::absdiff(before, after, difference);
+    const cv::Scalar mean = cv::mean(difference, inside == 255);
+    return (mean[0] + mean[1] + mean[2]) / 3;
+}
+
+} // namespace
+
+CleaningMeasures measureCleaning(const corpus::PageArt &art, const QImage &cleaned)
+{
+    CleaningMeasures result;
+    const cv::Mat truth = onWhite(art);
+    const cv::Mat page = colored(cleaned);
+    cv::Mat smooth;
+    cv::Mat smoothTruth;
+    cv::blur(page, smooth, {3, 3});
+    cv::blur(truth, smoothTruth, {3, 3});
+    double sum = 0;
+    double squares = 0;
+    double colorBefore = 0;
+    double colorAfter = 0;
+    for (int y = 0; y < page.rows; ++y) {
+        const uchar *ink = art.ink.constScanLine(y);
+        const uchar *paper = art.paper.constScanLine(y);
+        const uchar *color = art.color.constScanLine(y);
+        const uchar *photo = art.photo.constScanLine(y);
+        for (int x = 0; x < page.cols; ++x) {
+            const auto &wanted = smoothTruth.at<cv::Vec4b>(y, x);
+            const auto &found = smooth.at<cv::Vec4b>(y, x);
+            const auto darkest = std::min_element(&wanted[0], &wanted[3]) - &wanted[0];
+            const double contrast = 1 - wanted[int(darkest)] / 255.0;
+            if (ink[x] && !photo[x] && contrast >= leastContrast && !isInRim(art, x, y)) {
+                ++result.inkPixels;
+                result.lostInk += 1 - found[int(darkest)] / 255.0 < contrast / 2;
+            }
+            if (paper[x] && !isInRim(art, x, y)) {
+                const auto &pixel = page.at<cv::Vec4b>(y, x);
+                const double level = (pixel[0] + pixel[1] + pixel[2]) / 3.0;
+                ++result.paperPixels;
+                result.whitePaper += level >= white;
+                sum += level;
+                squares += level * level;
+            }
+            if (color[x] && !photo[x]) {
+                colorBefore += colorOf(wanted);
+                colorAfter += colorOf(found);
+            }
+        }
+    }
+    if (result.paperPixels > 0) {
+        const double mean = sum / result.paperPixels;
+        result.paperDeviation =
+            std::sqrt(std::max(0.0, squares / result.paperPixels - mean * mean));
+    }
+    if (colorBefore > 0 && cleaned.format() != QImage::Format_Grayscale8)
+        result.colorKept = colorAfter / colorBefore;
+    if (cleaned.format() != QImage::Format_Grayscale8)
+        result.photoError = photoError(art, truth, page);
+    return result;
+}
+
+BlackWhiteMeasures measureBlackWhite(const corpus::PageArt &art, const QImage &bits)
+{
+    BlackWhiteMeasures result;
+    const QImage grey = bits.convertToFormat(QImage::Format_Grayscale8);
+    for (int y = 0; y < grey.height(); ++y) {
+        const uchar *level = grey.constScanLine(y);
+        for (int x = 0; x < grey.width(); ++x) {
+            if (isInRim(art, x, y))
+                continue;
+            if (art.ink.constScanLine(y)[x] && !art.photo.constScanLine(y)[x]) {
+                ++result.inkPixels;
+                result.lostInk += level[x] != 0;
+            }
+            if (art.paper.constScanLine(y)[x]) {
+                ++result.paperPixels;
+                result.salt += level[x] == 0;
+            }
+        }
+    }
+    return result;
+}
+
+} // namespace bench
