@@ -5,13 +5,16 @@
 
 #include <QBuffer>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QGuiApplication>
 #include <QStringList>
+#include <opencv2/core/utility.hpp>
 
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -27,25 +30,27 @@ double leastMilliseconds(int runs, const std::function<void()> &work)
     return least;
 }
 
-/// The most memory of this process so far, in MB.
-double peakMegabytes()
+/// The most memory that `work` takes beyond what is in use, in MB; in a process of its own, since a
+/// peak once reached stays. Negative if none can be made.
+double peakMegabytes(const std::function<void()> &work)
 {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).simplified().split(' ').first().toDouble() / 1024;
-    }
-    return 0;
-}
-
-/// Sets the peak back to what is in use.
-void forgetPeak()
-{
-    QFile file(QStringLiteral("/proc/self/clear_refs"));
-    if (file.open(QIODevice::WriteOnly))
-        file.write("5");
+    const auto peakOf = [](const std::function<void()> &doing) {
+        const pid_t child = fork();
+        if (child == 0) {
+            // Threads don't outlive a fork; those of the parent are missing here.
+            cv::setNumThreads(1);
+            doing();
+            _exit(0);
+        }
+        int status = 0;
+        rusage usage{};
+        const bool isDone = child > 0 && wait4(child, &status, 0, &usage) == child &&
+                            WIFEXITED(status) && WEXITSTATUS(status) == 0;
+        return isDone ? double(usage.ru_maxrss) / 1024 : -1;
+    };
+    const double idle = peakOf([] {});
+    const double most = peakOf(work);
+    return idle < 0 || most < 0 ? -1 : most - idle;
 }
 
 void encode(const QImage &page)
@@ -91,11 +96,10 @@ void printCosts()
             all.cleanBackground = all.autoLevels = all.blankRemoval = true;
             const double turning =
                 leastMilliseconds(3, [&] { (void)scanengine::finishedPage(page, geometry, mode); });
-            forgetPeak();
-            const double before = peakMegabytes();
             const double whole =
                 leastMilliseconds(3, [&] { (void)scanengine::finishedPage(page, all, mode); });
-            const double memory = peakMegabytes() - before;
+            const double memory =
+                peakMegabytes([&] { (void)scanengine::finishedPage(page, all, mode); });
             const double png = leastMilliseconds(1, [&] { encode(page); });
             std::printf("%3d dpi %-8s %12.0f %12.0f %12.0f %14.0f\n", dpi, name, turning, whole,
                         png, memory);
