@@ -14,6 +14,9 @@ namespace {
 constexpr double leastContrast = 0.06;
 constexpr int white = 250;
 constexpr double rimMm = 5;
+/// Wider than any stroke that is lighter than half of the way to black: shading, which black and
+/// white leaves out.
+constexpr double shadingMm = 2;
 
 /// The sheet as it is meant to look: on white paper.
 cv::Mat onWhite(const corpus::PageArt &art)
@@ -64,6 +67,18 @@ double photoError(const corpus::PageArt &art, const cv::Mat &truth, const cv::Ma
     cv::absdiff(before, after, difference);
     const cv::Scalar mean = cv::mean(difference, inside == 255);
     return (mean[0] + mean[1] + mean[2]) / 3;
+}
+
+/// 255 in light areas of ink.
+cv::Mat shadingOf(const corpus::PageArt &art)
+{
+    const int side = int(shadingMm * art.page.dotsPerMeterX() / 1000);
+    cv::Mat areas;
+    cv::morphologyEx(scanengine::pixelsOf(art.ink), areas, cv::MORPH_OPEN,
+                     cv::getStructuringElement(cv::MORPH_RECT, {side, side}));
+    cv::Mat grey;
+    cv::cvtColor(onWhite(art), grey, cv::COLOR_BGRA2GRAY);
+    return areas & (grey > 127);
 }
 
 } // namespace
@@ -125,12 +140,14 @@ BlackWhiteMeasures measureBlackWhite(const corpus::PageArt &art, const QImage &b
 {
     BlackWhiteMeasures result;
     const QImage grey = bits.convertToFormat(QImage::Format_Grayscale8);
+    const cv::Mat shading = shadingOf(art);
     for (int y = 0; y < grey.height(); ++y) {
         const uchar *level = grey.constScanLine(y);
         for (int x = 0; x < grey.width(); ++x) {
             if (isInRim(art, x, y))
                 continue;
-            if (art.ink.constScanLine(y)[x] && !art.photo.constScanLine(y)[x]) {
+            if (art.ink.constScanLine(y)[x] && !art.photo.constScanLine(y)[x] &&
+                shading.at<uchar>(y, x) == 0) {
                 ++result.inkPixels;
                 result.lostInk += level[x] != 0;
             }

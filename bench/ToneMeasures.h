@@ -22,8 +22,8 @@ struct CleaningMeasures {
 [[nodiscard]] CleaningMeasures measureCleaning(const corpus::PageArt &art, const QImage &cleaned);
 
 struct BlackWhiteMeasures {
-    double inkPixels = 0;
-    double lostInk = 0; ///< Pixels of ink that came out white, photographs aside.
+    double inkPixels = 0; ///< Photographs and light shading aside.
+    double lostInk = 0;   ///< Pixels of ink that came out white.
     double paperPixels = 0;
     double salt = 0; ///< Pixels of bare paper that came out black.
 };

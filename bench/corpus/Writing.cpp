@@ -89,6 +89,13 @@ Canvas::Strokes paragraphs(Canvas &canvas, QRectF block, double points, const QS
     };
 }
 
+QRectF block(const Canvas &canvas, double top, double bottom)
+{
+    const double side = canvas.width() / 9;
+    return QRectF(QPointF(side, canvas.height() * top),
+                  QPointF(canvas.width() - side, canvas.height() * bottom));
+}
+
 Canvas::Strokes handwriting(Canvas &canvas, QPointF start, double letterMm, int words)
 {
     QPainterPath path;

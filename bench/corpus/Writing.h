@@ -4,6 +4,9 @@
 
 namespace corpus {
 
+/// The part of the sheet inside its margins, from `top` to `bottom` of its height.
+[[nodiscard]] QRectF block(const Canvas &canvas, double top = 0.12, double bottom = 0.9);
+
 /// A line of `words` words of handwriting that begins at `start`, its small letters `letterMm`
 /// tall.
 [[nodiscard]] Canvas::Strokes handwriting(Canvas &canvas, QPointF start, double letterMm,

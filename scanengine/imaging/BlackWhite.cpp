@@ -13,8 +13,9 @@ namespace {
 
 /// Cells in which the darkest and the lightest are looked for, in millimetres.
 constexpr double cellMm = 0.68;
-/// Between ink and paper, from the ink's side.
+/// Between ink and paper, from the ink's side. Pencil leaves grains, of which the palest count.
 constexpr double threshold = 0.55;
+constexpr double thresholdOfWeakStrokes = 0.66;
 /// Light strokes on dark differ from it at least by this, of 255.
 constexpr int leastContrastOnDark = 60;
 
@@ -47,9 +48,11 @@ cv::Mat thresholdsOf(const PageSurvey &survey)
     const cv::Mat strokes = lightestAround(survey.strokes, cells);
 
     cv::Mat between;
-    cv::addWeighted(dark, 1 - threshold, light, threshold, 0, between);
     cv::Mat result(cells, CV_8UC1, cv::Scalar(128));
-    between.copyTo(result, strokes != 0);
+    cv::addWeighted(dark, 1 - thresholdOfWeakStrokes, light, thresholdOfWeakStrokes, 0, between);
+    between.copyTo(result, strokes == weakStroke);
+    cv::addWeighted(dark, 1 - threshold, light, threshold, 0, between);
+    between.copyTo(result, strokes == strongStroke);
     between.copyTo(result, (light < 200) & (light - dark >= leastContrastOnDark));
     cv::blur(result, result, {3, 3});
     if (survey.paper.exists) {

@@ -19,12 +19,12 @@ namespace {
 
 /// White points, as parts of the paper's lightness.
 constexpr double whiteOfEmptyPaper = 0.86;
-constexpr double whiteAtFaintStrokes = 0.965;
+constexpr double whiteAtFaintStrokes = 0.98;
 constexpr double whiteAtPaleColor = 0.975;
 constexpr double leastWhiteAtFaintStrokes = 0.92;
 /// How far below the white point levels are stretched, further down all stays: long where nothing
 /// is to be lost, short where faint strokes are to keep their darkness.
-constexpr double longestStretch = 0.3;
+constexpr double longestStretch = 0.18;
 constexpr double shortestStretch = 0.12;
 /// From this difference between its channels, of 255, an area is coloured.
 constexpr double leastColor = 10;

@@ -28,8 +28,8 @@ constexpr double leastBlackWhiteDpi = 299;
 constexpr double mostPictures = 0.002;
 /// The part of its strokes that may be weak: specks are.
 constexpr double mostWeakStrokes = 0.01;
-/// Pixels between black and white at a crisp edge.
-constexpr double mostPixelsAtAnEdge = 1.9;
+/// Pixels between black and white at a crisp edge. Softer print reads better in grey.
+constexpr double mostPixelsAtAnEdge = 1;
 
 cv::Rect insideRim(const cv::Mat &image, double pixelsPerMm)
 {

@@ -23,6 +23,14 @@ constexpr double leastBendOfDarkness = 0.11;
 constexpr int neighbourhood = 89;
 /// A stroke as dark as this, of 255, needs no other evidence.
 constexpr int surelyInk = 128;
+/// What is lighter than this and lies farther from anything darker than so many pixels is a weak
+/// stroke that touches strong ones, as pencil on a printed rule.
+constexpr int leastWeak = 150;
+constexpr int reachOfStrong = 3;
+/// How far from a stroke's middle both its sides show, in pixels; what is lighter on one side alone
+/// is the end of a shade, unless it is darker than this.
+constexpr int toTheSide = 4;
+constexpr double leastOfOneSide = 40;
 
 cv::Mat relativeTo(const cv::Mat &paper, const cv::Mat &grey)
 {
@@ -85,6 +93,37 @@ void addVouchedFor(cv::Mat &marks, const cv::Mat &candidates)
     marks.setTo(weakStroke, doubtful & (weakShare > doubtfulShare));
 }
 
+/// How much darker than both its sides each pixel of `here` is, in the best of four directions.
+cv::Mat depthOfGrooves(const cv::Mat &here)
+{
+    constexpr int reach = toTheSide;
+    cv::Mat wide;
+    cv::copyMakeBorder(here, wide, reach, reach, reach, reach, cv::BORDER_REPLICATE);
+    const auto shifted = [&](int x, int y) {
+        return wide({reach + x, reach + y, here.cols, here.rows});
+    };
+    cv::Mat sides(here.size(), CV_8UC1, cv::Scalar(0));
+    for (const auto &[x, y] : {
+             std::pair{reach, 0},
+             {0,     reach},
+             {3,     3    },
+             {3,     -3   }
+    }) {
+        const cv::Mat lower = cv::min(shifted(x, y), shifted(-x, -y));
+        sides = cv::max(sides, lower);
+    }
+    return sides - here;
+}
+
+/// Turns strong pixels weak that no dark ones are near.
+void weakenPale(cv::Mat &marks, const cv::Mat &lightness)
+{
+    cv::Mat darkest;
+    constexpr int side = 2 * reachOfStrong + 1;
+    cv::erode(lightness, darkest, cv::getStructuringElement(cv::MORPH_RECT, {side, side}));
+    marks.setTo(weakStroke, (marks == strongStroke) & (darkest > leastWeak));
+}
+
 cv::Mat strokesIn(const cv::Mat &lightness, double noise)
 {
     cv::Mat around;
@@ -93,7 +132,9 @@ cv::Mat strokesIn(const cv::Mat &lightness, double noise)
     cv::blur(lightness, around, {9, 9});
     cv::GaussianBlur(lightness, here, {3, 3}, 0);
     cv::Mat darkness = around - here;
-    cv::Mat marks = darkness >= std::max(leastDarkness, 2.5 * noise);
+    const double least = std::max(leastDarkness, 2.5 * noise);
+    cv::Mat marks = (darkness >= least) &
+                    ((depthOfGrooves(here) >= least) | (darkness >= leastOfOneSide));
     const cv::Mat cross = (cv::Mat_<float>(3, 3) << 0, .25, 0, .25, 0, .25, 0, .25, 0);
     cv::filter2D(lightness, beside, CV_8U, cross);
     const cv::Mat bend = beside - lightness;
@@ -124,6 +165,7 @@ cv::Mat strokesIn(const cv::Mat &lightness, double noise)
             mark[x] = kinds[size_t(label[x])];
     }
     addVouchedFor(marks, candidates);
+    weakenPale(marks, lightness);
     return marks;
 }
 
