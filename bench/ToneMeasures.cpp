@@ -141,15 +141,21 @@ BlackWhiteMeasures measureBlackWhite(const corpus::PageArt &art, const QImage &b
     BlackWhiteMeasures result;
     const QImage grey = bits.convertToFormat(QImage::Format_Grayscale8);
     const cv::Mat shading = shadingOf(art);
+    cv::Mat sheet;
+    cv::Mat left;
+    cv::cvtColor(onWhite(art), sheet, cv::COLOR_BGRA2GRAY);
+    cv::blur(sheet, sheet, {3, 3});
+    cv::blur(scanengine::pixelsOf(grey), left, {3, 3});
     for (int y = 0; y < grey.height(); ++y) {
         const uchar *level = grey.constScanLine(y);
         for (int x = 0; x < grey.width(); ++x) {
             if (isInRim(art, x, y))
                 continue;
+            const double contrast = 255 - sheet.at<uchar>(y, x);
             if (art.ink.constScanLine(y)[x] && !art.photo.constScanLine(y)[x] &&
-                shading.at<uchar>(y, x) == 0) {
+                shading.at<uchar>(y, x) == 0 && contrast >= 255 * leastContrast) {
                 ++result.inkPixels;
-                result.lostInk += level[x] != 0;
+                result.lostInk += 255 - left.at<uchar>(y, x) < contrast / 2;
             }
             if (art.paper.constScanLine(y)[x]) {
                 ++result.paperPixels;

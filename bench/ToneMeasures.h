@@ -23,7 +23,7 @@ struct CleaningMeasures {
 
 struct BlackWhiteMeasures {
     double inkPixels = 0; ///< Photographs and light shading aside.
-    double lostInk = 0;   ///< Pixels of ink that came out white.
+    double lostInk = 0;   ///< Pixels, as above: a pale stroke needs fewer black ones than a dark.
     double paperPixels = 0;
     double salt = 0; ///< Pixels of bare paper that came out black.
 };

@@ -68,14 +68,15 @@ cv::Mat box(int side)
     return cv::getStructuringElement(cv::MORPH_RECT, {side, side});
 }
 
-/// 255 for each cell of `grid` that holds a pixel of `mask`, or lies near one that does.
+/// 255 for each cell of `grid` that holds a pixel of `mask`, or lies within 3 mm of one that does:
+/// where a stroke is found, its palest parts aren't far.
 cv::Mat cellsWith(const cv::Mat &mask, const cv::Mat &grid)
 {
     cv::Mat share;
     mask.convertTo(share, CV_32F);
     cv::resize(share, share, grid.size(), 0, 0, cv::INTER_AREA);
     cv::Mat cells = share > 0;
-    cv::dilate(cells, cells, box(5));
+    cv::dilate(cells, cells, box(9));
     return cells;
 }
 

@@ -18,6 +18,10 @@ constexpr double windowMm = 0.6;
 constexpr double leastColor = 11;
 /// And this much without averaging, over more than the width of a fringe.
 constexpr double leastPlainColor = 16;
+/// Beside black, as dark as this, of 255, colours aren't judged within so many pixels: a scanner
+/// gives the edges of solid areas fringes, and JPEG makes them wide.
+constexpr int darkestBlack = 100;
+constexpr int reachOfFringes = 3;
 /// So much of it, in square millimetres, makes a coloured page.
 constexpr double leastColorMm2 = 2;
 /// The strip along each side that isn't looked at: the lid shows there.
@@ -50,14 +54,28 @@ cv::Mat underWhiteLight(const cv::Mat &page, const PaperField &paper)
     return result;
 }
 
+cv::Mat greatestOf(const std::array<cv::Mat, 3> &planes)
+{
+    return cv::max(planes[0], cv::max(planes[1], planes[2]));
+}
+
 /// The difference between the greatest and the least channel.
 cv::Mat spreadOf(const cv::Mat &page)
 {
     std::array<cv::Mat, 3> planes;
     cv::split(page, planes.data());
-    const cv::Mat most = cv::max(planes[0], cv::max(planes[1], planes[2]));
-    const cv::Mat least = cv::min(planes[0], cv::min(planes[1], planes[2]));
-    return most - least;
+    return greatestOf(planes) - cv::min(planes[0], cv::min(planes[1], planes[2]));
+}
+
+/// 255 on black and beside it.
+cv::Mat besideBlack(const cv::Mat &page, const cv::Mat &spread)
+{
+    std::array<cv::Mat, 3> planes;
+    cv::split(page, planes.data());
+    cv::Mat black = (greatestOf(planes) <= darkestBlack) & (spread < leastPlainColor);
+    constexpr int side = 2 * reachOfFringes + 1;
+    cv::dilate(black, black, cv::getStructuringElement(cv::MORPH_RECT, {side, side}));
+    return black;
 }
 
 bool showsColor(const PageSurvey &survey)
@@ -66,7 +84,8 @@ bool showsColor(const PageSurvey &survey)
         return false;
     const cv::Mat page = underWhiteLight(survey.pixels, survey.paper);
     // Beside a solid area nothing cancels a fringe out, but it is thin.
-    cv::Mat plain = spreadOf(page) >= leastPlainColor;
+    const cv::Mat spread = spreadOf(page);
+    cv::Mat plain = (spread >= leastPlainColor) & ~besideBlack(page, spread);
     cv::erode(plain, plain, cv::getStructuringElement(cv::MORPH_RECT, {2, 2}));
     cv::dilate(plain, plain, cv::getStructuringElement(cv::MORPH_RECT, {3, 3}));
     cv::Mat half;

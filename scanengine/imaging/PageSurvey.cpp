@@ -104,7 +104,7 @@ cv::Mat depthOfGrooves(const cv::Mat &here)
     };
     cv::Mat sides(here.size(), CV_8UC1, cv::Scalar(0));
     for (const auto &[x, y] : {
-             std::pair{reach, 0},
+             std::pair{reach, 0    },
              {0,     reach},
              {3,     3    },
              {3,     -3   }
@@ -133,8 +133,8 @@ cv::Mat strokesIn(const cv::Mat &lightness, double noise)
     cv::GaussianBlur(lightness, here, {3, 3}, 0);
     cv::Mat darkness = around - here;
     const double least = std::max(leastDarkness, 2.5 * noise);
-    cv::Mat marks = (darkness >= least) &
-                    ((depthOfGrooves(here) >= least) | (darkness >= leastOfOneSide));
+    cv::Mat marks =
+        (darkness >= least) & ((depthOfGrooves(here) >= least) | (darkness >= leastOfOneSide));
     const cv::Mat cross = (cv::Mat_<float>(3, 3) << 0, .25, 0, .25, 0, .25, 0, .25, 0);
     cv::filter2D(lightness, beside, CV_8U, cross);
     const cv::Mat bend = beside - lightness;

@@ -30,6 +30,16 @@ protected:
         putPaper(name, encoded(greyPage({30, 40}, level, 300), "png"));
     }
 
+    void putSheet(const QString &name, bool isWrittenOn)
+    {
+        QImage sheet = greyPage({620, 874}, 240, 150);
+        for (int x = 100; isWrittenOn && x < 180; x += 8) {
+            for (int y = 300; y < 320; ++y)
+                sheet.setPixelColor(x, y, Qt::black);
+        }
+        putPaper(name, encoded(sheet, "png"));
+    }
+
     [[nodiscard]] QString outputPath() const { return m_output.filePath(QStringLiteral("a.pdf")); }
 
     [[nodiscard]] QString deviceId() const { return QStringLiteral("feeder:") + m_feeder.path(); }
@@ -113,6 +123,31 @@ TEST_F(EngineTest, AnEmptyFeederIsDoneWithNoPages)
     m_engine.send(command(QStringLiteral("scan")));
     EXPECT_EQ(m_engine.until(QStringLiteral("done")),
               events("status There is no paper in the feeder.|done 0"));
+}
+
+TEST_F(EngineTest, LeavesOutBlankSheetsAndCountsThePagesThatAreKept)
+{
+    const struct {
+        const char *sheets; ///< 'w' written on, 'b' blank.
+        const char *events;
+    } cases[] = {
+        {"bwbw", "scanStarted|page 1|page 2|status 2 blank pages were left out.|done 2"},
+        {"wb",   "scanStarted|page 1|status 1 blank page was left out.|done 1"         },
+        {"bb",   "scanStarted|status 2 blank pages were left out.|done 0"              },
+    };
+    QJsonObject scan = command(QStringLiteral("scan"));
+    scan[u"auto"] = QJsonObject{
+        {QStringLiteral("blankRemoval"), true}
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.sheets);
+        for (const QString &sheet : QDir(m_feeder.path()).entryList(QDir::Files))
+            QFile::remove(m_feeder.filePath(sheet));
+        for (qsizetype i = 0; i < QByteArrayView(c.sheets).size(); ++i)
+            putSheet(QStringLiteral("%1.png").arg(i), c.sheets[i] == 'w');
+        m_engine.send(scan);
+        EXPECT_EQ(m_engine.until(QStringLiteral("done")), events(c.events));
+    }
 }
 
 TEST_F(EngineTest, ABatchTakesNewPaperUntilItIsCancelled)

@@ -56,6 +56,21 @@ public:
         }
         return *this;
     }
+    /// A thin line of `width` millimetres, softened as a crease is.
+    Sheet &crease(double y, double width)
+    {
+        return lit([=](double, double at) {
+            return 1 - 0.08 * std::exp(-(at - y) * (at - y) / (width * width));
+        });
+    }
+    /// As through poor optics: edges about three pixels wide.
+    Sheet &blurred()
+    {
+        const QSize size = m_image.size();
+        m_image = m_image.scaled(size / 3, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                      .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        return *this;
+    }
     /// Multiplies each pixel by what `light` answers for its place in millimetres.
     Sheet &lit(const std::function<double(double, double)> &light)
     {
@@ -196,11 +211,17 @@ TEST(BlankTest, TellsContentFromWhatHappensToPaper)
         {"yellowed paper", Sheet(QColor(236, 226, 190)).grain(), true},
         {"specks", Sheet().disc({30, 40}, 0.3, ink).disc({50, 20}, 0.2, ink).grain(), true},
         {"punch holes", Sheet().disc({10, 20}, 2.9, shadow).disc({10, 70}, 2.9, ink).grain(), true},
+        {"a staple", Sheet().fill(QRectF(6, 8, 9, 0.5), QColor(80, 80, 85)).grain(), true},
+        {"a fold", Sheet().crease(45, 0.5).grain(), true},
+        {"dust", Sheet().disc({20, 25}, 0.25, shadow).disc({60, 70}, 0.2, shadow).grain(), true},
+        {"a hole torn open", Sheet().disc({8, 45}, 3, QColor(200, 200, 200)).grain(), true},
         {"lid beside the sheet", Sheet().fill(QRectF(0, 0, 70, 2), ink).grain(), true},
         {"a short word", Sheet().word({40, 70}, ink, 4).grain(), false},
         {"a short word in pencil", Sheet().word({20, 50}, faintPencil, 4).grain(), false},
         {"a page number", Sheet().fill(QRectF(35, 82, 0.3, 2.2), ink).grain(), false},
         {"a pencil line", Sheet().fill(QRectF(15, 40, 30, 0.4), faintPencil).grain(), false},
+        {"a line of handwriting", Sheet().fill(QRectF(30, 44, 9, 0.35), ink).grain(), false},
+        {"a page number at the side", Sheet().word({8, 84}, ink, 2).grain(), false},
         {"a picture", Sheet().fill(QRectF(20, 20, 20, 20), QColor(90, 130, 160)).grain(), false},
         {"nothing but black", Sheet(QColor(10, 10, 10)).grain(), false},
     };
@@ -224,6 +245,10 @@ TEST(PageColors, AreTheFewestThatLoseNothing)
     } cases[] = {
         {"print", page(), ColorMode::blackWhite},
         {"yellowed paper", page(yellowed), ColorMode::blackWhite},
+        {"soft print", page().blurred(), ColorMode::gray},
+        {"fringes on solid black",
+         page().fill(QRectF(40, 74, 20, 12), ink).fill(QRectF(60, 74, 0.2, 12), QColor(160, 90, 60)),
+         ColorMode::gray},
         {"pencil", page().word({10, 80}, faintPencil, 20), ColorMode::gray},
         {"a grey picture", page().fill(QRectF(45, 60, 15, 15), QColor(140, 140, 140)),
          ColorMode::gray},
@@ -255,6 +280,26 @@ TEST(BlackWhite, KeepsStrokesOfAnyKindAndLeavesThePaperEmpty)
         for (int x = 0; x < 70; ++x)
             ASSERT_EQ(at(page, x, y), QColor(Qt::white)) << x << ", " << y;
     }
+}
+
+TEST(BlackWhite, DrawsNoLineWhereAShadeEnds)
+{
+    Sheet sheet;
+    sheet.word({10, 10}, ink, 20).lit([](double x, double) {
+        return x > 64 ? 1 : 1 - 0.1 * std::exp((x - 64) / 3);
+    });
+    const QImage page = inBlackAndWhite(sheet.grain().image());
+    for (int y = 0; y < 90; ++y)
+        ASSERT_EQ(at(page, 63.8, y), QColor(Qt::white)) << y;
+}
+
+TEST(CleanBackground, KeepsPencilThatTouchesARule)
+{
+    Sheet sheet;
+    sheet.fill(QRectF(5, 40, 60, 0.3), ink).fill(QRectF(30, 32, 0.4, 8), faintPencil);
+    const QImage page = cleaned(sheet.grain());
+    for (int y = 33; y < 39; ++y)
+        EXPECT_LT(at(page, 30.2, y).green(), 230) << y;
 }
 
 TEST(AutoLevels, SpreadFromInkToPaper)
