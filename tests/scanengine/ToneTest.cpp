@@ -247,7 +247,9 @@ TEST(PageColors, AreTheFewestThatLoseNothing)
         {"yellowed paper", page(yellowed), ColorMode::blackWhite},
         {"soft print", page().blurred(), ColorMode::gray},
         {"fringes on solid black",
-         page().fill(QRectF(40, 74, 20, 12), ink).fill(QRectF(60, 74, 0.2, 12), QColor(160, 90, 60)),
+         page()
+             .fill(QRectF(40, 74, 20, 12), ink)
+             .fill(QRectF(60, 74, 0.2, 12), QColor(160, 90, 60)),
          ColorMode::gray},
         {"pencil", page().word({10, 80}, faintPencil, 20), ColorMode::gray},
         {"a grey picture", page().fill(QRectF(45, 60, 15, 15), QColor(140, 140, 140)),
