@@ -136,8 +136,9 @@ void mixLine(const short *line, const Weights &weights, uchar *pixel,
     const cv::v_int32x4 sum =
         cv::v_dotprod(first, pairOf(weights, 0)) + cv::v_dotprod(second, pairOf(weights, 2));
     const cv::v_int16x8 levels = cv::v_rshr_pack<afterLine>(sum, sum);
-    cv::v_store_low(reinterpret_cast<unsigned *>(pixel),
-                    cv::v_reinterpret_as_u32(cv::v_pack_u(levels, levels)));
+    // Four bytes and no more: what comes behind may be a row of another thread.
+    const unsigned bytes = cv::v_reinterpret_as_u32(cv::v_pack_u(levels, levels)).get0();
+    std::memcpy(pixel, &bytes, sizeof bytes);
 }
 
 void mixLine(const short *line, const Weights &weights, uchar *pixel,
