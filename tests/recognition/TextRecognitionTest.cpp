@@ -93,6 +93,13 @@ TEST(TextRecognition, ReadsAPageLineByLineAndPlacesEachLine)
     }
 }
 
+TEST(TextRecognition, ReadsAPageOfOneBitAPixel)
+{
+    const QImage page = printedPage(english).convertToFormat(QImage::Format_Mono,
+                                                             Qt::MonoOnly | Qt::ThresholdDither);
+    EXPECT_EQ(textOf(recognizeText(page)), english);
+}
+
 TEST(TextRecognition, ReadsPagesThatLieTurned)
 {
     const QImage upright = printedPage(english);

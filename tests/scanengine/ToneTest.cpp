@@ -63,11 +63,11 @@ public:
             return 1 - 0.08 * std::exp(-(at - y) * (at - y) / (width * width));
         });
     }
-    /// As through poor optics: edges about three pixels wide.
-    Sheet &blurred()
+    /// With edges `pixels` wide: a few as through poor optics, many as through the paper.
+    Sheet &blurred(int pixels)
     {
         const QSize size = m_image.size();
-        m_image = m_image.scaled(size / 3, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        m_image = m_image.scaled(size / pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                       .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         return *this;
     }
@@ -215,6 +215,8 @@ TEST(BlankTest, TellsContentFromWhatHappensToPaper)
         {"a fold", Sheet().crease(45, 0.5).grain(), true},
         {"dust", Sheet().disc({20, 25}, 0.25, shadow).disc({60, 70}, 0.2, shadow).grain(), true},
         {"a hole torn open", Sheet().disc({8, 45}, 3, QColor(200, 200, 200)).grain(), true},
+        {"print of the other side",
+         Sheet().word({20, 30}, QColor(228, 228, 228), 20).blurred(8).grain(), true},
         {"lid beside the sheet", Sheet().fill(QRectF(0, 0, 70, 2), ink).grain(), true},
         {"a short word", Sheet().word({40, 70}, ink, 4).grain(), false},
         {"a short word in pencil", Sheet().word({20, 50}, faintPencil, 4).grain(), false},
@@ -245,7 +247,7 @@ TEST(PageColors, AreTheFewestThatLoseNothing)
     } cases[] = {
         {"print", page(), ColorMode::blackWhite},
         {"yellowed paper", page(yellowed), ColorMode::blackWhite},
-        {"soft print", page().blurred(), ColorMode::gray},
+        {"soft print", page().blurred(3), ColorMode::gray},
         {"fringes on solid black",
          page()
              .fill(QRectF(40, 74, 20, 12), ink)
