@@ -13,9 +13,8 @@ namespace {
 
 /// Cells in which the darkest and the lightest are looked for, in millimetres.
 constexpr double cellMm = 0.68;
-/// Between ink and paper, from the ink's side. Pencil leaves grains, of which the palest count.
-constexpr double threshold = 0.55;
-constexpr double thresholdOfWeakStrokes = 0.66;
+/// Between ink and paper, from the ink's side.
+constexpr double threshold = 0.58;
 /// Light strokes on dark differ from it at least by this, of 255.
 constexpr int leastContrastOnDark = 60;
 
@@ -47,12 +46,17 @@ cv::Mat thresholdsOf(const PageSurvey &survey)
     const cv::Mat light = lightestAround(ink, cells);
     const cv::Mat strokes = lightestAround(survey.strokes, cells);
 
+    cv::Mat ofStrokes(cells, CV_8UC1, cv::Scalar(255));
     cv::Mat between;
-    cv::Mat result(cells, CV_8UC1, cv::Scalar(128));
-    cv::addWeighted(dark, 1 - thresholdOfWeakStrokes, light, thresholdOfWeakStrokes, 0, between);
-    between.copyTo(result, strokes == weakStroke);
     cv::addWeighted(dark, 1 - threshold, light, threshold, 0, between);
-    between.copyTo(result, strokes == strongStroke);
+    between.copyTo(ofStrokes, strokes != 0);
+    // The palest ends of strokes aren't found; the threshold beside them reaches that far.
+    cv::Mat near;
+    cv::erode(ofStrokes, near, cv::getStructuringElement(cv::MORPH_RECT, {7, 7}));
+    near.copyTo(ofStrokes, strokes == 0);
+
+    cv::Mat result(cells, CV_8UC1, cv::Scalar(128));
+    ofStrokes.copyTo(result, ofStrokes < 255);
     between.copyTo(result, (light < 200) & (light - dark >= leastContrastOnDark));
     cv::blur(result, result, {3, 3});
     if (survey.paper.exists) {

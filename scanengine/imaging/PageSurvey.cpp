@@ -23,10 +23,6 @@ constexpr double leastBendOfDarkness = 0.11;
 constexpr int neighbourhood = 89;
 /// A stroke as dark as this, of 255, needs no other evidence.
 constexpr int surelyInk = 128;
-/// What is lighter than this and lies farther from anything darker than so many pixels is a weak
-/// stroke that touches strong ones, as pencil on a printed rule.
-constexpr int leastWeak = 150;
-constexpr int reachOfStrong = 3;
 /// How far from a stroke's middle both its sides show, in pixels; what is lighter on one side alone
 /// is the end of a shade, unless it is darker than this.
 constexpr int toTheSide = 4;
@@ -115,15 +111,6 @@ cv::Mat depthOfGrooves(const cv::Mat &here)
     return sides - here;
 }
 
-/// Turns strong pixels weak that no dark ones are near.
-void weakenPale(cv::Mat &marks, const cv::Mat &lightness)
-{
-    cv::Mat darkest;
-    constexpr int side = 2 * reachOfStrong + 1;
-    cv::erode(lightness, darkest, cv::getStructuringElement(cv::MORPH_RECT, {side, side}));
-    marks.setTo(weakStroke, (marks == strongStroke) & (darkest > leastWeak));
-}
-
 cv::Mat strokesIn(const cv::Mat &lightness, double noise)
 {
     cv::Mat around;
@@ -165,7 +152,6 @@ cv::Mat strokesIn(const cv::Mat &lightness, double noise)
             mark[x] = kinds[size_t(label[x])];
     }
     addVouchedFor(marks, candidates);
-    weakenPale(marks, lightness);
     return marks;
 }
 
