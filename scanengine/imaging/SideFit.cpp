@@ -37,6 +37,7 @@ struct Line {
     double distance = 0;
     double tilt = 0;
     size_t support = 0;
+    double place = 0; ///< The middle of its edges, from that of the side.
 };
 
 class SideSearch {
@@ -58,6 +59,7 @@ public:
         const Line line = refined(chosen());
         fit.distance = line.distance;
         fit.tilt = line.tilt;
+        fit.place = line.place;
         fit.support = double(line.support) / double(m_visible);
         fit.length = double(line.support) * spacingMm * m_bed.pixelsPerMm;
         return fit;
@@ -144,7 +146,7 @@ private:
                 const size_t support = size_t(votes[at] + votes[at + 1]);
                 const double offset = m_guess.distance - m_reach + double(at + 1) * bin;
                 if (support > 0 && (!best || support > best->support))
-                    best = Line{offset, tilt, support};
+                    best = Line{offset, tilt, support, 0};
             }
         }
         return best;
@@ -155,7 +157,7 @@ private:
         const std::optional<Line> rising = bestLine(true);
         const std::optional<Line> falling = bestLine(false);
         if (!rising || !falling)
-            return rising ? *rising : falling.value_or(Line{m_guess.distance, 0, 0});
+            return rising ? *rising : falling.value_or(Line{m_guess.distance, 0, 0, 0});
         const double enough = leastPreferredSupport * double(m_visible);
         const bool isRisingFit = double(rising->support) >= enough;
         const bool isFallingFit = double(falling->support) >= enough;
@@ -196,6 +198,7 @@ private:
             line.tilt = (n * sxy - sx * sy) / determinant;
             line.distance = (sy - line.tilt * sx) / n;
             line.support = size_t(n);
+            line.place = sx / n;
         }
         return line;
     }

@@ -25,6 +25,7 @@ struct SideFit {
     /// The share of the stretch that lies on the bed.
     double visible = 0;
     double length = 0; ///< Of the supported part, in pixels.
+    double place = 0;  ///< The middle of the supported part, in pixels from that of the stretch.
 };
 
 /// Looks up to `reachMm` to both sides of the guess, to a fraction of a pixel.
