@@ -30,8 +30,10 @@ namespace scanengine {
 
 enum class Verb { listDevices, scan, cancel, calibrate, adjust, quit };
 
-/// The image processing that a command asks for. Lengths in millimetres; an absent width or
-/// height mode means "auto".
+/// The image processing that a command asks for.
+///
+/// crop goes by the paper on each axis. A fixed length, in millimetres, takes its place on an axis
+/// whose mode is absent or another word than "auto"; "auto" overrules the length.
 struct AutoSwitches {
     bool crop = false;
     std::optional<QString> cropWidthMode;
