@@ -1,9 +1,10 @@
 #include "scanengine/PngFile.h"
 
+#include "scanengine/PngEncoder.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QImageWriter>
 #include <QRandomGenerator>
 
 #include <cerrno>
@@ -15,8 +16,6 @@
 namespace scanengine {
 namespace {
 
-/// Of 100, in the units of the PNG writer: zlib's level 1.
-constexpr int quickCompression = 11;
 constexpr int mostNumbersTried = 1000;
 
 Fault notSaved(const QString &folder, const QString &reason)
@@ -54,11 +53,9 @@ public:
         m_isMade = m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly);
         if (!m_isMade)
             return notSaved(m_info.path(), m_file.errorString());
-        QImageWriter writer(&m_file, "png");
-        writer.setCompression(quickCompression);
         // Only then is it known that a full disk or a server at its quota took everything.
         const bool isWritten =
-            writer.write(image) && m_file.flush() && ::fsync(m_file.handle()) == 0;
+            writePng(image, m_file) && m_file.flush() && ::fsync(m_file.handle()) == 0;
         m_file.close();
         if (!isWritten)
             return notSaved(m_info.path(),
