@@ -1,6 +1,7 @@
 #include "bench/GeometryQuality.h"
 #include "bench/ToneQuality.h"
 #include "bench/corpus/SceneSeries.h"
+#include "scanengine/PngEncoder.h"
 #include "scanengine/imaging/PageProcessing.h"
 
 #include <QBuffer>
@@ -56,7 +57,8 @@ double peakMegabytes(const std::function<void()> &work)
 void encode(const QImage &page)
 {
     QBuffer buffer;
-    page.save(&buffer, "PNG");
+    buffer.open(QIODevice::WriteOnly);
+    (void)scanengine::writePng(page, buffer);
 }
 
 /// An A4 page on a black lid, turned by 2 degrees.

@@ -15,6 +15,11 @@ struct WaitCase {
     BadScanner then;
 };
 
+void PrintTo(const WaitCase &testCase, std::ostream *stream)
+{
+    *stream << testCase.name;
+}
+
 class SaneBatchTest : public SaneEngineTest, public testing::WithParamInterface<WaitCase> {};
 
 TEST_P(SaneBatchTest, GoesOnWithWhatComesUntilItIsCancelled)

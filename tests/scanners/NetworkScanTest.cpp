@@ -221,6 +221,11 @@ struct FaultCase {
     const char *expected;
 };
 
+void PrintTo(const FaultCase &testCase, std::ostream *stream)
+{
+    *stream << testCase.name;
+}
+
 class NetworkFaultTest : public NetworkScanTest, public testing::WithParamInterface<FaultCase> {};
 
 TEST_P(NetworkFaultTest, ThePagesBeforeItAreKept)
