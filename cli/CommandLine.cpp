@@ -16,7 +16,10 @@ const QString overview = QStringLiteral(
     "  devices  List the scanners: id, name and driver, separated by tabs.\n"
     "  presets  List the presets by name.\n"
     "  magic    Give saved scans other levels.\n"
-    "  ocr      Make the text of saved PDFs searchable.\n\n"
+    "  ocr      Make the text of saved PDFs searchable.\n"
+    "  rotate   Turn the pages of saved scans clockwise.\n"
+    "  merge    Put saved scans together into one.\n"
+    "  split    Save the pages of a scan one by one.\n\n"
     "Options:\n"
     "  -h, --help     Show this help, or that of a command.\n"
     "  -v, --version  Show the version.\n"
@@ -195,11 +198,24 @@ Request answer(const OptionReader &options, const Request &request, const QStrin
     return request;
 }
 
-void addScanOptions(OptionReader &options)
+void addFolder(OptionReader &options)
 {
     options.add(QStringLiteral("folder"),
                 QStringLiteral("Save here, instead of in the folder chosen in the application."),
                 QStringLiteral("DIR"));
+}
+
+std::optional<QUrl> folderOf(OptionReader &options)
+{
+    const std::optional<QString> folder = options.text(QStringLiteral("folder"));
+    if (!folder)
+        return {};
+    return QUrl::fromLocalFile(QDir(*folder).absolutePath());
+}
+
+void addScanOptions(OptionReader &options)
+{
+    addFolder(options);
     options.add(QStringLiteral("tab"),
                 QStringLiteral("document or photo: the defaults for all else [document]."),
                 QStringLiteral("TAB"));
@@ -239,8 +255,7 @@ Request parseScan(const QStringList &arguments)
     });
     request.colorMode = options.oneOf(QStringLiteral("color"), allColorModes,
                                       [](ColorMode mode) { return rawValue(mode); });
-    if (const std::optional<QString> folder = options.text(QStringLiteral("folder")))
-        request.folder = QUrl::fromLocalFile(QDir(*folder).absolutePath());
+    request.folder = folderOf(options);
     request.source = options.text(QStringLiteral("source"));
     request.deviceId = options.text(QStringLiteral("device"));
     request.batch = options.flag(QStringLiteral("batch")).value_or(false);
@@ -301,6 +316,34 @@ Request parseOcr(const QStringList &arguments)
     return answer(options, OcrRequest{options.files()});
 }
 
+Request parseFiles(FilesRequest::Operation operation, const QString &command,
+                   const QStringList &arguments)
+{
+    using Operation = FilesRequest::Operation;
+    static const QHash<Operation, QString> descriptions = {
+        {Operation::rotate,
+         QStringLiteral("Turns every page of saved scans clockwise by 90 degrees, and prints the "
+                        "files that were\nchanged. Their raw pages are removed.")     },
+        {Operation::merge,
+         QStringLiteral("Puts the pages of saved scans into one new file, in the order of the "
+                        "files' names, and\nprints its path.")                        },
+        {Operation::split,
+         QStringLiteral("Saves each page of scans with several as a file of its own, and prints "
+                        "the paths. A file\nthat has the name of a page is replaced.")},
+    };
+    OptionReader options(command, descriptions.value(operation));
+    if (operation != Operation::rotate)
+        addFolder(options);
+    options.addFiles();
+    options.parse(arguments);
+    FilesRequest request;
+    request.operation = operation;
+    if (operation != Operation::rotate)
+        request.folder = folderOf(options);
+    request.files = options.files();
+    return answer(options, request);
+}
+
 } // namespace
 
 ScanSettings ScanRequest::appliedTo(ScanSettings settings) const
@@ -332,6 +375,12 @@ Request parseCommandLine(const QStringList &arguments, const QString &version)
         return parseMagic(rest);
     if (command == u"ocr")
         return parseOcr(rest);
+    if (command == u"rotate")
+        return parseFiles(FilesRequest::Operation::rotate, command, rest);
+    if (command == u"merge")
+        return parseFiles(FilesRequest::Operation::merge, command, rest);
+    if (command == u"split")
+        return parseFiles(FilesRequest::Operation::split, command, rest);
     if (command == u"-h" || command == u"--help" || command == u"help")
         return PrintRequest{overview};
     if (command == u"--gallery")

@@ -67,6 +67,15 @@ struct OcrRequest {
     QList<QUrl> files = {}; ///< Absolute; at least one.
 };
 
+/// "velmor rotate", "merge" and "split": saved scans as whole files.
+struct FilesRequest {
+    enum class Operation { rotate, merge, split };
+
+    Operation operation = Operation::rotate;
+    std::optional<QUrl> folder = {}; ///< For new files; absolute.
+    QList<QUrl> files = {};          ///< Absolute; at least one, two to merge.
+};
+
 /// Something to print, and no more: help or the version.
 struct PrintRequest {
     QString text;
@@ -78,7 +87,7 @@ struct WrongUse {
 };
 
 using Request = std::variant<WindowRequest, ScanRequest, DevicesRequest, PresetsRequest,
-                             MagicRequest, OcrRequest, PrintRequest, WrongUse>;
+                             MagicRequest, OcrRequest, FilesRequest, PrintRequest, WrongUse>;
 
 /// The request of a command line, the program's name being its first argument.
 [[nodiscard]] Request parseCommandLine(const QStringList &arguments, const QString &version);

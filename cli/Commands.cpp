@@ -5,8 +5,11 @@
 #include "cli/RebuildRun.h"
 #include "cli/ScanRun.h"
 #include "cli/TerminalText.h"
+#include "model/ScanFiles.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 
 namespace velmor {
 
@@ -21,6 +24,19 @@ template <typename Run> int execute(Run &run)
         Qt::QueuedConnection);
     QMetaObject::invokeMethod(&run, &Run::start, Qt::QueuedConnection);
     return QCoreApplication::exec();
+}
+
+ScanFiles::Outcome operated(AppModel &model, const FilesRequest &request)
+{
+    switch (request.operation) {
+    case FilesRequest::Operation::rotate:
+        return ScanFiles::rotate(model, request.files);
+    case FilesRequest::Operation::merge:
+        return ScanFiles::merge(model, request.files);
+    case FilesRequest::Operation::split:
+        return ScanFiles::split(model, request.files);
+    }
+    return {};
 }
 
 } // namespace
@@ -57,6 +73,28 @@ int carryOut(const OcrRequest &request)
 {
     RebuildRun run(request);
     return execute(run);
+}
+
+int carryOut(const FilesRequest &request)
+{
+    AppModel model;
+    if (request.folder) {
+        ScanSettings settings = model.settings();
+        settings.outputFolder = *request.folder;
+        model.setSettings(settings);
+    }
+    if (request.operation != FilesRequest::Operation::rotate)
+        QDir().mkpath(model.settings().outputFolder.toLocalFile());
+    const ScanFiles::Outcome outcome = operated(model, request);
+    for (const QUrl &file : outcome.unopened)
+        printErrorLine(terminalText(
+            QStringLiteral("%1 couldn't be opened; it was left out.").arg(file.toLocalFile())));
+    for (const QUrl &file : outcome.saved)
+        printLine(QFile::encodeName(file.toLocalFile()));
+    printErrorLine(terminalText(outcome.message));
+    const bool isDone =
+        outcome.isWritten && outcome.unopened.isEmpty() && !outcome.saved.isEmpty();
+    return static_cast<int>(isDone ? ExitCode::success : ExitCode::notSaved);
 }
 
 int carryOut(const PrintRequest &request)

@@ -11,6 +11,7 @@ namespace velmor {
 [[nodiscard]] int carryOut(const PresetsRequest &request);
 [[nodiscard]] int carryOut(const MagicRequest &request);
 [[nodiscard]] int carryOut(const OcrRequest &request);
+[[nodiscard]] int carryOut(const FilesRequest &request);
 [[nodiscard]] int carryOut(const PrintRequest &request);
 [[nodiscard]] int carryOut(const WrongUse &use);
 

@@ -190,6 +190,8 @@ public:
     [[nodiscard]] bool writeWithBackup(const PdfDocument &document, const QUrl &url);
     /// Puts the copy back. False if there is none, or if it can't be put back; it is kept then.
     [[nodiscard]] bool undoEdit(const QUrl &url);
+    /// Removes the copy, if there is one: another document stands there now.
+    void forgetBackup(const QUrl &url);
 
 Q_SIGNALS:
     void settingsChanged();
@@ -256,9 +258,6 @@ private:
 
     // AppModelPresets.cpp
     void storePresets(const QList<ScanPreset> &presets);
-
-    // AppModelUndo.cpp
-    void forgetBackup(const QUrl &url);
 
     template <typename Field, typename Value>
     void assign(Field &field, Value &&value, void (AppModel::*changed)())

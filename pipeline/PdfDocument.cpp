@@ -1,5 +1,6 @@
 #include "pipeline/PdfDocument.h"
 
+#include "pipeline/PageLabels.h"
 #include "pipeline/PdfPageData.h"
 
 #include <QBuffer>
@@ -9,11 +10,13 @@
 #include <qpdf/Buffer.hh>
 #include <qpdf/BufferInputSource.hh>
 #include <qpdf/Pipeline.hh>
+#include <qpdf/QPDFAcroFormDocumentHelper.hh>
 #include <qpdf/QPDFPageDocumentHelper.hh>
 #include <qpdf/QPDFPageObjectHelper.hh>
 #include <qpdf/QPDFWriter.hh>
 #include <qpdf/QUtil.hh>
 
+#include <algorithm>
 #include <new>
 #include <stdexcept>
 
@@ -286,6 +289,29 @@ bool PdfDocument::insertPage(const PdfPage &page, int index)
     } catch (const std::exception &) {
         return false;
     }
+}
+
+int PdfDocument::appendPages(const PdfDocument &source, int first, int count)
+{
+    const int before = pageCount();
+    const int end = std::min(first + count, source.pageCount());
+    QList<int> copied;
+    try {
+        QPDFAcroFormDocumentHelper fields(*m_file);
+        QPDFAcroFormDocumentHelper sourceFields(*source.m_file);
+        for (int index = std::max(first, 0); index < end; ++index) {
+            const std::optional<PdfPage> page = source.page(index);
+            if (!page || !insertPage(*page, pageCount()))
+                continue;
+            copied.append(index);
+            fields.fixCopiedAnnotations(m_file->getAllPages().back(), page->m_data->object,
+                                        sourceFields);
+        }
+        appendLabels(*m_file, before, *source.m_file, copied);
+    } catch (const std::exception &) {
+        // The pages are there all the same; they may lack a label or a field.
+    }
+    return pageCount() - before;
 }
 
 bool PdfDocument::removePage(int index)

@@ -90,6 +90,11 @@ public:
     /// with nothing changed, for an index outside or a damaged page.
     [[nodiscard]] bool insertPage(const PdfPage &page, int index);
 
+    /// Appends copies of `count` pages of another document, from the one at index `first`, with
+    /// what belongs to them there: their labels and form fields. Damaged pages are left out.
+    /// Answers how many pages came.
+    int appendPages(const PdfDocument &source, int first, int count);
+
     /// Takes the page out. False for an index outside.
     [[nodiscard]] bool removePage(int index);
 

@@ -88,6 +88,8 @@ TEST(CommandLine, WrongUseIsToldPrecisely)
         {"scan --tab Photo",        "document, photo, not “Photo”"},
         {"scan --search-timeout 0", "1 to 3600, not “0”"          },
         {"magic",                   "A file is missing"           },
+        {"split",                   "A file is missing"           },
+        {"rotate --folder x a.pdf", "folder"                      },
         {"magic --black 1.5 a.pdf", "0 to 1, not “1.5”"           },
         {"magic --gamma nan a.pdf", "0.1 to 10, not “nan”"        },
         {"devices --device x",      "device"                      },

@@ -1,3 +1,4 @@
+#include "pipeline/PdfDocument.h"
 #include "tests/Printers.h"
 #include "tests/Waiting.h"
 #include "tests/fakeengine/FakeEngine.h"
@@ -271,6 +272,39 @@ TEST_F(VelmorCommandTest, LevelsGoToEachFileThatCanBeChanged)
     start({}, {QStringLiteral("ocr"), pdf});
     EXPECT_EQ(exitCode(), 6);
     EXPECT_EQ(readFile(pdf), kept);
+}
+
+TEST_F(VelmorCommandTest, FilesAreSplitTurnedAndMergedAgain)
+{
+    startScan("scan: " + doneWith(3));
+    ASSERT_EQ(exitCode(), 0);
+    const QString pdf = QFile::decodeName(output.trimmed());
+    const auto run = [&](QStringList arguments, const QStringList &files, int code,
+                         const char *message) {
+        if (arguments.first() != u"rotate")
+            arguments += {QStringLiteral("--folder"), scansPath()};
+        errors.clear();
+        start({}, arguments + files);
+        EXPECT_EQ(exitCode(), code);
+        EXPECT_THAT(errors.toStdString(), HasSubstr(message));
+        return QFile::decodeName(output).split(u'\n', Qt::SkipEmptyParts);
+    };
+    const QStringList single = run({QStringLiteral("split")}, {pdf}, 0, "Split into pages");
+    EXPECT_EQ(single.size(), 3);
+    EXPECT_EQ(run({QStringLiteral("rotate")}, single.mid(1, 1), 0, "Rotated"), single.mid(1, 1));
+    const QString none = folder.filePath(QStringLiteral("none.pdf"));
+    EXPECT_EQ(run({QStringLiteral("rotate")}, {none}, 6, "none.pdf couldn't be opened"),
+              QStringList());
+    run({QStringLiteral("split")}, single.mid(0, 1), 6, "Select a multi-page PDF to split");
+    run({QStringLiteral("merge")}, single.mid(0, 1), 6, "Select 2+ scans to merge");
+
+    const QStringList merged = run({QStringLiteral("merge")}, single, 0, "Merged 3 scans");
+    ASSERT_EQ(merged.size(), 1);
+    const auto document = PdfDocument::open(QUrl::fromLocalFile(merged.first()));
+    ASSERT_TRUE(document);
+    ASSERT_EQ(document->pageCount(), 3);
+    for (int page = 0; page < 3; ++page)
+        EXPECT_EQ(document->page(page)->rotation(), page == 1 ? 90 : 0);
 }
 
 } // namespace

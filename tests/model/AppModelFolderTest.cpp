@@ -1,8 +1,6 @@
 #include "tests/model/AppModelFixture.h"
+#include "tests/model/SmallDisk.h"
 #include "tests/pipeline/TestPages.h"
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace velmor {
 namespace {
@@ -18,20 +16,14 @@ TEST_F(AppModelFolderTest, AFullDiskLeavesTheFormerFileAndThePageImages)
     const QByteArray before = readFile(old);
     const auto size = static_cast<rlim_t>(document.bytes()->size());
 
-    // A limit on the size of files acts like a disk that fills up in the middle of a write.
-    rlimit former{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &former), 0);
-    const auto formerHandler = std::signal(SIGXFSZ, SIG_IGN);
     for (const rlim_t room : {rlim_t(0), size / 2, size - 1}) {
-        const rlimit small{.rlim_cur = room, .rlim_max = former.rlim_max};
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-        const bool written = model->write(document, QUrl::fromLocalFile(old));
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &former), 0);
-        EXPECT_FALSE(written) << room;
+        {
+            const SmallDisk disk(room);
+            EXPECT_FALSE(model->write(document, QUrl::fromLocalFile(old))) << room;
+        }
         EXPECT_EQ(readFile(old), before);
         EXPECT_EQ(QDir(folder.path()).entryList({QStringLiteral("old.pdf*")}).size(), 1);
     }
-    std::signal(SIGXFSZ, formerHandler);
     EXPECT_TRUE(model->write(document, QUrl::fromLocalFile(old)));
 }
 

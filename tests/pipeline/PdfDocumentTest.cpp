@@ -2,6 +2,9 @@
 
 #include "tests/pipeline/TestPages.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 
@@ -54,6 +57,49 @@ TEST(PdfPage, BoxesAndRotationAreInheritedAndHaveDefaults)
         const QSizeF shown = c.crop.size();
         EXPECT_EQ(page->displayedSize(), c.rotation % 180 != 0 ? shown.transposed() : shown);
     }
+}
+
+/// Three pages labelled i, ii and A-1, the first with a text field.
+QByteArray labelledForm()
+{
+    return "%PDF-1.5\n1 0 obj <</Type /Catalog /Pages 2 0 R /AcroForm <</Fields [6 0 R]>> "
+           "/PageLabels <</Nums [0 <</S /r>> 2 <</S /D /P (A-)>>]>>>> endobj\n"
+           "2 0 obj <</Type /Pages /Kids [3 0 R 4 0 R 5 0 R] /Count 3 /MediaBox [0 0 9 9]>> "
+           "endobj\n"
+           "3 0 obj <</Type /Page /Parent 2 0 R /Annots [6 0 R]>> endobj\n"
+           "4 0 obj <</Type /Page /Parent 2 0 R>> endobj\n"
+           "5 0 obj <</Type /Page /Parent 2 0 R>> endobj\n"
+           "6 0 obj <</Type /Annot /Subtype /Widget /FT /Tx /T (name) /V (Ada) /Rect [1 1 8 8] "
+           "/P 3 0 R>> endobj\ntrailer <</Root 1 0 R>>\n";
+}
+
+TEST(PdfDocument, AppendedPagesBringTheirLabelsAndFields)
+{
+    const auto form = PdfDocument::fromBytes(labelledForm());
+    ASSERT_TRUE(form);
+    PdfDocument merged = documentOf({100, 200});
+    EXPECT_EQ(merged.appendPages(*form, 0, 3), 3);
+    EXPECT_EQ(merged.appendPages(*form, 2, 5), 1);
+    EXPECT_EQ(merged.appendPages(*form, 7, 1), 0);
+    EXPECT_EQ(merged.appendPages(documentOf({300}), 0, 1), 1);
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("merged.pdf"));
+    writeFile(path, merged.bytes().value());
+    const QJsonObject told =
+        QJsonDocument::fromJson(outputOf(QStringLiteral("qpdf"), {QStringLiteral("--json"), path}))
+            .object();
+
+    QStringList labels;
+    for (const QJsonValue &entry : told[u"pagelabels"].toArray()) {
+        const QJsonObject label = entry[u"label"].toObject();
+        labels.append(label[u"/P"].toString() + label[u"/S"].toString() +
+                      QString::number(label[u"/St"].toInt(1)));
+    }
+    EXPECT_EQ(labels.join(u' '), QStringLiteral("/D1 /D2 /r1 /r2 u:A-/D1 u:A-/D1 /D1"));
+    const QJsonArray fields = told[u"acroform"][u"fields"].toArray();
+    ASSERT_EQ(fields.size(), 1);
+    EXPECT_EQ(fields[0][u"value"].toString(), QStringLiteral("u:Ada"));
+    EXPECT_EQ(fields[0][u"pageposfrom1"].toInt(), 3);
 }
 
 TEST(PdfDocument, PagesAreInsertedAndRemovedByIndex)

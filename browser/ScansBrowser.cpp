@@ -1,0 +1,304 @@
+#include "browser/ScansBrowser.h"
+
+#include "model/ScanFiles.h"
+#include "pipeline/RawStore.h"
+#include "pipeline/VisionOCR.h"
+
+#include <QFile>
+#include <QGuiApplication>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace velmor {
+
+namespace {
+
+/// Resolution at which a page without a raw image is drawn.
+constexpr double magicDpi = 300;
+
+} // namespace
+
+void ScansBrowser::setModel(AppModel *model)
+{
+    if (model == m_model)
+        return;
+    if (m_model)
+        m_model->disconnect(this);
+    m_model = model;
+    if (m_model) {
+        connect(m_model, &AppModel::resultsChanged, this, &ScansBrowser::resultsChanged);
+        connect(m_model, &AppModel::resultsChanged, this, &ScansBrowser::previewChanged);
+        connect(m_model, &AppModel::undoableFilesChanged, this, &ScansBrowser::previewChanged);
+        connect(m_model, &AppModel::magicPresetChanged, this, &ScansBrowser::magicPresetChanged);
+        m_model->loadResults();
+    }
+    Q_EMIT modelChanged();
+    Q_EMIT magicPresetChanged();
+}
+
+void ScansBrowser::setThumbSize(qreal size)
+{
+    size = std::clamp(size, smallestThumb, largestThumb);
+    if (size == m_thumbSize)
+        return;
+    m_thumbSize = size;
+    Q_EMIT thumbSizeChanged();
+}
+
+void ScansBrowser::setViewportSource(std::function<EditorViewport(const QUrl &)> source)
+{
+    m_viewportOf = std::move(source);
+}
+
+std::optional<QUrl> ScansBrowser::previewURL() const
+{
+    if (m_hovered)
+        return m_hovered;
+    if (!m_selection.isEmpty())
+        return m_selection.first();
+    if (m_model && !m_model->results().isEmpty())
+        return m_model->results().first().url;
+    return std::nullopt;
+}
+
+QList<QUrl> ScansBrowser::targets() const
+{
+    if (!m_selection.isEmpty())
+        return m_selection;
+    const std::optional<QUrl> shown = previewURL();
+    return shown ? QList<QUrl>(1, *shown) : QList<QUrl>();
+}
+
+bool ScansBrowser::canUndo() const
+{
+    const std::optional<QUrl> shown = previewURL();
+    return shown && m_model && m_model->undoableFiles().contains(*shown);
+}
+
+int ScansBrowser::count() const
+{
+    return m_model ? static_cast<int>(m_model->results().size()) : 0;
+}
+
+void ScansBrowser::toggle(const QUrl &url)
+{
+    toggle(url, QGuiApplication::queryKeyboardModifiers());
+}
+
+void ScansBrowser::toggle(const QUrl &url, Qt::KeyboardModifiers modifiers)
+{
+    if (m_editorMode)
+        return;
+    if (!(modifiers & (Qt::ControlModifier | Qt::ShiftModifier))) {
+        setSelection({url});
+        return;
+    }
+    QList<QUrl> selection = m_selection;
+    if (selection.removeAll(url) == 0)
+        selection.append(url);
+    setSelection(selection);
+}
+
+void ScansBrowser::enter(const QUrl &url)
+{
+    if (!m_editorMode)
+        setHovered(url);
+}
+
+void ScansBrowser::leave(const QUrl &url)
+{
+    // The next scan may have been entered before this one is left.
+    if (!m_editorMode && m_hovered == url)
+        setHovered(std::nullopt);
+}
+
+void ScansBrowser::rotate()
+{
+    if (!m_model)
+        return;
+    const QList<QUrl> files = targets();
+    const ScanFiles::Outcome outcome = ScanFiles::rotate(*m_model, files);
+    raise(files);
+    bump(outcome.message);
+}
+
+void ScansBrowser::merge()
+{
+    if (!m_model)
+        return;
+    if (m_selection.size() < 2) {
+        setNote(ScanFiles::tooFewToMerge());
+        return;
+    }
+    const ScanFiles::Outcome outcome = ScanFiles::merge(*m_model, m_selection);
+    if (outcome.isWritten)
+        showOnly(outcome.saved);
+    bump(outcome.message);
+}
+
+void ScansBrowser::split()
+{
+    if (!m_model)
+        return;
+    const ScanFiles::Outcome outcome = ScanFiles::split(*m_model, targets());
+    if (outcome.isWritten && !outcome.saved.isEmpty())
+        showOnly(outcome.saved);
+    bump(outcome.message);
+}
+
+void ScansBrowser::deleteSelected()
+{
+    if (!m_model)
+        return;
+    for (const QUrl &file : targets()) {
+        QFile::remove(file.toLocalFile());
+        RawStore::remove(file);
+    }
+    setSelection({});
+    bump(tr("Deleted"));
+}
+
+void ScansBrowser::undoEdit()
+{
+    if (!canUndo())
+        return;
+    const QUrl file = *previewURL();
+    const bool isRestored = m_model->undoEdit(file);
+    if (isRestored)
+        raise({file});
+    bump(isRestored ? tr("Undid last edit") : tr("Nothing to undo"));
+}
+
+void ScansBrowser::applyMagicPreset()
+{
+    if (!hasMagicPreset())
+        return;
+    const QList<QUrl> files = targets();
+    if (files.isEmpty()) {
+        setNote(tr("Select scans first"));
+        return;
+    }
+    const auto count = static_cast<int>(files.size());
+    setNote(count == 1 ? tr("Applying magic to 1 scan…")
+                       : tr("Applying magic to %n scans…", nullptr, count));
+    repeatMagic(*m_model->magicPreset(), files);
+}
+
+QCoro::Task<> ScansBrowser::repeatMagic(MagicSettings levels, QList<QUrl> files)
+{
+    const QPointer<ScansBrowser> self = this;
+    const QPointer<AppModel> model = m_model;
+    const std::function<bool(const PdfDocument &, const QUrl &)> write =
+        [model](const PdfDocument &document, const QUrl &url) {
+            return model && model->writeWithBackup(document, url);
+        };
+    const bool ocr = m_model->settings().ocr;
+    const bool isDone = co_await VisionOCR::applyMagic(levels, files, magicDpi, ocr, write);
+    if (!self)
+        co_return;
+    raise(files);
+    const auto count = static_cast<int>(files.size());
+    if (!isDone)
+        bump(tr("Some scans couldn't be written"));
+    else
+        bump(count == 1 ? tr("Magic applied to 1 scan")
+                        : tr("Magic applied to %n scans", nullptr, count));
+}
+
+void ScansBrowser::startEditor(EditorMode mode)
+{
+    const std::optional<QUrl> file = previewURL();
+    if (!file) {
+        setNote(tr("No scan to edit"));
+        return;
+    }
+    m_editorViewport = m_viewportOf ? m_viewportOf(*file) : EditorViewport();
+    setHovered(std::nullopt);
+    setSelection({*file});
+    setEditor(file, mode);
+}
+
+void ScansBrowser::finishEditing(bool changed)
+{
+    const std::optional<QUrl> file = m_editorURL;
+    setEditor(std::nullopt, std::nullopt);
+    if (!changed || !file)
+        return;
+    raise({*file});
+    m_model->loadResults();
+}
+
+void ScansBrowser::handleKey(const QString &name)
+{
+    if (m_editorMode)
+        return;
+    static const QHash<QString, void (ScansBrowser::*)()> operations = {
+        {QStringLiteral("r"),      &ScansBrowser::rotate        },
+        {QStringLiteral("m"),      &ScansBrowser::merge         },
+        {QStringLiteral("s"),      &ScansBrowser::split         },
+        {QStringLiteral("c"),      &ScansBrowser::startCrop     },
+        {QStringLiteral("w"),      &ScansBrowser::startMagic    },
+        {QStringLiteral("undo"),   &ScansBrowser::undoEdit      },
+        {QStringLiteral("delete"), &ScansBrowser::deleteSelected},
+    };
+    if (const auto operation = operations.value(name))
+        (this->*operation)();
+}
+
+void ScansBrowser::setSelection(const QList<QUrl> &selection)
+{
+    if (selection == m_selection)
+        return;
+    m_selection = selection;
+    Q_EMIT selectionChanged();
+    Q_EMIT previewChanged();
+}
+
+void ScansBrowser::setHovered(const std::optional<QUrl> &hovered)
+{
+    if (hovered == m_hovered)
+        return;
+    m_hovered = hovered;
+    Q_EMIT hoveredChanged();
+    Q_EMIT previewChanged();
+}
+
+void ScansBrowser::setNote(const QString &note)
+{
+    m_note = note;
+    Q_EMIT noteChanged();
+}
+
+void ScansBrowser::setEditor(const std::optional<QUrl> &url, const std::optional<EditorMode> &mode)
+{
+    m_editorURL = url;
+    m_editorMode = mode;
+    Q_EMIT editorChanged();
+}
+
+/// Marks the new `files` alone and shows them at once, wherever the pointer is.
+void ScansBrowser::showOnly(const QList<QUrl> &files)
+{
+    setSelection(files);
+    setHovered(std::nullopt);
+}
+
+/// The content of `files` changed.
+void ScansBrowser::raise(const QList<QUrl> &files)
+{
+    for (const QUrl &file : files) {
+        ++m_rev[file];
+        Q_EMIT revChanged(file);
+    }
+    Q_EMIT previewChanged();
+}
+
+void ScansBrowser::bump(const QString &message)
+{
+    setNote(message);
+    m_model->loadResults();
+}
+
+} // namespace velmor

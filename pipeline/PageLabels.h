@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QList>
+
+class QPDF;
+
+namespace velmor {
+
+/// Labels the pages of `file` behind the first `before` like the pages of `source` with the indexes
+/// `copied`, as which they were appended. Where neither file states labels, readers count the
+/// pages, and no entry is made. May throw what QPDF throws.
+void appendLabels(QPDF &file, int before, QPDF &source, const QList<int> &copied);
+
+} // namespace velmor

@@ -1,0 +1,182 @@
+#include "model/ScanFiles.h"
+
+#include "pipeline/RawStore.h"
+#include "tests/model/AppModelFixture.h"
+#include "tests/model/SmallDisk.h"
+
+#include <QDirIterator>
+#include <QFileInfo>
+#include <QProcess>
+
+namespace velmor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ScanFilesTest : public AppModelFixture {
+protected:
+    ScanFilesTest() { QDir().mkpath(scansPath()); }
+
+    /// A scan with its raw pages in the output folder.
+    QUrl scan(const QString &name, const QList<int> &heights)
+    {
+        const QUrl url = QUrl::fromLocalFile(QDir(scansPath()).filePath(name));
+        EXPECT_TRUE(model->write(documentOf(heights), url));
+        QStringList raw;
+        for (qsizetype page = 0; page < heights.size(); ++page)
+            raw.append(writeFile(folder.filePath(QStringLiteral("raw %1").arg(page)), "raw"));
+        RawStore::adopt(raw, url);
+        return url;
+    }
+
+    QList<int> heightsIn(const QUrl &url)
+    {
+        const auto document = PdfDocument::open(url);
+        return document ? heightsOf(*document) : QList<int>();
+    }
+
+    QStringList names(const QList<QUrl> &files)
+    {
+        QStringList names;
+        for (const QUrl &file : files)
+            names.append(file.fileName());
+        return names;
+    }
+
+    QUrl damaged(const QString &name)
+    {
+        const QString path = QDir(scansPath()).filePath(name);
+        writeFile(path, "%PDF-1.5\nno more than that\n");
+        return QUrl::fromLocalFile(path);
+    }
+};
+
+TEST_F(ScanFilesTest, EveryPageTurnsByAQuarterAndTheOldFileComesBack)
+{
+    const QUrl file = scan(QStringLiteral("a.pdf"), {100, 200, 300});
+    for (const int turn : {90, 180, 270, 0}) {
+        const ScanFiles::Outcome outcome = ScanFiles::rotate(*model, {file});
+        EXPECT_EQ(outcome.message, QStringLiteral("Rotated"));
+        const auto document = PdfDocument::open(file);
+        ASSERT_TRUE(document);
+        for (int page = 0; page < 3; ++page)
+            EXPECT_EQ(document->page(page)->rotation(), turn);
+    }
+    EXPECT_EQ(RawStore::pageCount(file), 0);
+    EXPECT_TRUE(model->undoEdit(file));
+    EXPECT_EQ(PdfDocument::open(file)->page(0)->rotation(), 270);
+}
+
+TEST_F(ScanFilesTest, MergingGoesByTheNamesOfTheFiles)
+{
+    const QUrl second = scan(QStringLiteral("b.pdf"), {300});
+    const QUrl first = scan(QStringLiteral("a.pdf"), {100, 200});
+    const QUrl capital = scan(QStringLiteral("C.pdf"), {400});
+    const QUrl bad = damaged(QStringLiteral("aa.pdf"));
+    const ScanFiles::Outcome outcome = ScanFiles::merge(*model, {second, bad, first, capital});
+    EXPECT_EQ(outcome.message, QStringLiteral("Merged 4 scans"));
+    ASSERT_EQ(outcome.saved.size(), 1);
+    EXPECT_THAT(outcome.unopened, ElementsAre(bad));
+    EXPECT_THAT(heightsIn(outcome.saved.first()), ElementsAre(400, 100, 200, 300));
+    EXPECT_EQ(RawStore::pageCount(outcome.saved.first()), 0);
+    // What was merged stays, with its raw pages.
+    EXPECT_EQ(heightsIn(first).size(), 2);
+    EXPECT_EQ(RawStore::pageCount(first), 2);
+    EXPECT_EQ(ScanFiles::merge(*model, {first}).message,
+              QStringLiteral("Select 2+ scans to merge"));
+    const QStringList before = scans();
+    EXPECT_FALSE(ScanFiles::merge(*model, {bad, bad}).isWritten);
+    EXPECT_EQ(scans(), before);
+}
+
+TEST_F(ScanFilesTest, PagesAreSavedOneByOneInTheOutputFolder)
+{
+    QTemporaryDir elsewhere;
+    const QUrl file = QUrl::fromLocalFile(elsewhere.filePath(QStringLiteral("my.scan.pdf")));
+    ASSERT_TRUE(model->write(documentOf({100, 200}), file));
+    // A file that is in the way goes, with what belonged to it.
+    const QUrl inTheWay = scan(QStringLiteral("my.scan_p2.pdf"), {900});
+    ASSERT_TRUE(model->writeWithBackup(documentOf({900}), inTheWay));
+    const QUrl single = scan(QStringLiteral("single.pdf"), {500});
+
+    const ScanFiles::Outcome outcome = ScanFiles::split(*model, {single, file});
+    EXPECT_EQ(outcome.message, QStringLiteral("Split into pages"));
+    EXPECT_THAT(names(outcome.saved),
+                ElementsAre(QStringLiteral("my.scan_p1.pdf"), QStringLiteral("my.scan_p2.pdf")));
+    EXPECT_THAT(heightsIn(inTheWay), ElementsAre(200));
+    EXPECT_EQ(RawStore::pageCount(inTheWay), 0);
+    EXPECT_FALSE(model->undoEdit(inTheWay));
+    EXPECT_EQ(QDir(elsewhere.path()).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(ScanFiles::split(*model, {single}).message,
+              QStringLiteral("Select a multi-page PDF to split"));
+
+    const ScanFiles::Outcome again = ScanFiles::merge(*model, outcome.saved);
+    ASSERT_EQ(again.saved.size(), 1);
+    EXPECT_THAT(heightsIn(again.saved.first()), ElementsAre(100, 200));
+}
+
+TEST_F(ScanFilesTest, WhatCannotBeWrittenIsToldAndTheRestIsDone)
+{
+    const QUrl large = scan(QStringLiteral("large.pdf"), {100, 200, 300});
+    const QUrl small = scan(QStringLiteral("small.pdf"), {100});
+    const QByteArray before = readFile(large.toLocalFile());
+    {
+        // Room for the small file alone.
+        const SmallDisk disk(rlim_t(before.size() + QFileInfo(small.toLocalFile()).size()) / 2);
+        const ScanFiles::Outcome outcome = ScanFiles::rotate(*model, {large, small});
+        EXPECT_EQ(outcome.message, QStringLiteral("Couldn't write — folder isn't writable"));
+        EXPECT_THAT(outcome.saved, ElementsAre(small));
+        EXPECT_FALSE(ScanFiles::merge(*model, {large, small}).isWritten);
+    }
+    EXPECT_EQ(readFile(large.toLocalFile()), before);
+}
+
+/// 0 for a sound file, more for one with warnings or errors.
+int damageOf(const QString &path)
+{
+    QProcess qpdf;
+    qpdf.start(QStringLiteral("qpdf"), {QStringLiteral("--check"), path});
+    EXPECT_TRUE(qpdf.waitForFinished(60'000));
+    return qpdf.exitCode() == 3 ? 1 : qpdf.exitCode();
+}
+
+/// Each damaged file stands between two good ones.
+TEST_F(ScanFilesTest, DamagedFilesCostNoPageOfTheOthers)
+{
+    const QUrl before = scan(QStringLiteral("a.pdf"), {100, 200});
+    const QUrl after = scan(QStringLiteral("z.pdf"), {300, 400});
+    int files = 0;
+    for (QDirIterator set(QStringLiteral(DAMAGED_FILES), QDir::Files); set.hasNext();) {
+        const QString source = set.next();
+        SCOPED_TRACE(qPrintable(source));
+        ++files;
+        const QUrl bad = QUrl::fromLocalFile(QDir(scansPath()).filePath(QStringLiteral("m.pdf")));
+        const QByteArray content = readFile(source);
+        writeFile(bad.toLocalFile(), content);
+
+        const ScanFiles::Outcome merged = ScanFiles::merge(*model, {after, bad, before});
+        if (merged.isWritten) {
+            const QList<int> heights = heightsIn(merged.saved.first());
+            ASSERT_GE(heights.size(), 4);
+            EXPECT_THAT(heights.mid(0, 2), ElementsAre(100, 200));
+            EXPECT_THAT(heights.mid(heights.size() - 2), ElementsAre(300, 400));
+            EXPECT_LE(damageOf(merged.saved.first().toLocalFile()), damageOf(source));
+            QFile::remove(merged.saved.first().toLocalFile());
+        }
+        const ScanFiles::Outcome split = ScanFiles::split(*model, {before, bad, after});
+        EXPECT_THAT(
+            names(split.saved),
+            testing::IsSupersetOf({QStringLiteral("a_p1.pdf"), QStringLiteral("a_p2.pdf"),
+                                   QStringLiteral("z_p1.pdf"), QStringLiteral("z_p2.pdf")}));
+        const ScanFiles::Outcome rotated = ScanFiles::rotate(*model, {before, bad, after});
+        EXPECT_TRUE(rotated.saved.contains(before) && rotated.saved.contains(after));
+        if (!rotated.saved.contains(bad)) {
+            EXPECT_EQ(readFile(bad.toLocalFile()), content) << "as it was";
+        }
+    }
+    EXPECT_GE(files, 30);
+}
+
+} // namespace
+} // namespace velmor
