@@ -36,8 +36,8 @@
         <translation>© die Autoren von SANE, sane-airscan, OpenCV und Qt</translation>
     </message>
     <message>
-        <source>SANE is licensed under the GNU GPL 2 (or later) with an exception for its use by other programs, sane-airscan under the GNU GPL 2 (or later);</source>
-        <translation>SANE steht unter der GNU GPL 2 (oder neuer) mit einer Ausnahme für den Gebrauch durch andere Programme, sane-airscan unter der GNU GPL 2 (oder neuer);</translation>
+        <source>SANE and sane-airscan are licensed under the GNU GPL 2 (or later) with an exception for their use by other programs;</source>
+        <translation>SANE und sane-airscan stehen unter der GNU GPL 2 (oder neuer) mit einer Ausnahme für den Gebrauch durch andere Programme;</translation>
     </message>
     <message>
         <source>OpenCV is licensed under the Apache License 2.0, Qt under the GNU LGPL 3.</source>

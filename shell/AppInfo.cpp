@@ -32,9 +32,8 @@ QList<Line> ownCredits()
         {AboutText::tr("Scanning engine powered by SANE")},
         {AboutText::tr("© the authors of SANE, sane-airscan, OpenCV and Qt"), 10, QFont::Normal,
          true},
-        {AboutText::tr("SANE is licensed under the GNU GPL 2 (or later) with an exception for its "
-                       "use by other "
-                       "programs, sane-airscan under the GNU GPL 2 (or later);"),
+        {AboutText::tr("SANE and sane-airscan are licensed under the GNU GPL 2 (or later) with an "
+                       "exception for their use by other programs;"),
          10, QFont::Normal, true},
         {AboutText::tr("OpenCV is licensed under the Apache License 2.0, Qt under the GNU LGPL 3."),
          10, QFont::Normal, true},
