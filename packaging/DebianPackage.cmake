@@ -21,15 +21,16 @@ endif()
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME velmor)
 set(CPACK_PACKAGE_VENDOR Velmor)
+# The project has no mail address; whoever distributes the package puts theirs here.
 set(CPACK_PACKAGE_CONTACT "The Velmor developers <velmor@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "turn paper into searchable PDF files")
-set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "turn paper into searchable PDF files
- Velmor scans with one button: the pages in the scanner become one PDF, with
- the text in it to search and to copy, filed by date. The untouched page images
- are kept beside it, so that no later edit ever loses quality.
- .
- It works with scanners on USB and on the network, with all that SANE drives,
- from a window of its own or from the command line.")
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "\
+Velmor scans with one button: the pages in the scanner become one PDF, with
+the text in it to search and to copy, filed by date. The untouched page images
+are kept beside it, so that no later edit ever loses quality.
+
+It works with scanners on USB and on the network, with all that SANE drives,
+from a window of its own or from the command line.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
