@@ -75,7 +75,7 @@ TEST_F(InstallationTest, ItsProgramsFindEachOther)
         HasSubstr("Lidmere"));
 
     EXPECT_EQ(run({QStringLiteral("devices")}), 0) << qPrintable(m_errors);
-    EXPECT_THAT(m_output.toStdString(), HasSubstr("Noname frontend-tester"));
+    EXPECT_THAT(m_output.toStdString(), HasSubstr("test:0\tfrontend-tester"));
 
     // The window's program was found, and has no display.
     EXPECT_EQ(run({}), static_cast<int>(ExitCode::noDisplay)) << qPrintable(m_errors);
