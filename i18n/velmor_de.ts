@@ -141,12 +141,16 @@ To update it, put a newer file in its place.</source>
 Zum Aktualisieren eine neuere Datei an ihre Stelle legen.</translation>
     </message>
     <message>
-        <source>This copy was installed as the package %1. To update it, run:
+        <source>This copy was installed as the package %1. If that came from a package source, this updates it:
 
-%2</source>
-        <translation>Diese Kopie ist als Paket %1 installiert. So wird sie aktualisiert:
+%2
 
-%2</translation>
+If it came as a file, install a newer one in the same way.</source>
+        <translation>Diese Kopie ist als Paket %1 installiert. Kam es aus einer Paketquelle, wird sie so aktualisiert:
+
+%2
+
+Kam es als Datei, ist eine neuere auf demselben Weg zu installieren.</translation>
     </message>
     <message>
         <source>This copy belongs to no package:

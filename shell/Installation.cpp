@@ -25,7 +25,9 @@ QString updateAdvice(const Installation &installation)
             tr("This copy is an AppImage:\n\n%1\n\nTo update it, put a newer file in its place.")
                 .arg(installation.name);
     case Installation::Kind::debianPackage:
-        return Advice::tr("This copy was installed as the package %1. To update it, run:\n\n%2")
+        return Advice::tr("This copy was installed as the package %1. If that came from a package "
+                          "source, this updates it:\n\n%2\n\nIf it came as a file, install a newer "
+                          "one in the same way.")
             .arg(installation.name,
                  QStringLiteral("sudo apt update\nsudo apt install --only-upgrade ") +
                      installation.name);
