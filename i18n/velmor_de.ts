@@ -578,4 +578,83 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         <translation>Das Programm scanengine fehlt in dieser Installation</translation>
     </message>
 </context>
+<context>
+    <name>velmor::ScanFiles</name>
+    <message>
+        <source>Couldn&apos;t write — folder isn&apos;t writable</source>
+        <translation>Schreiben nicht möglich – der Ordner ist schreibgeschützt</translation>
+    </message>
+    <message>
+        <source>Rotated</source>
+        <translation>Gedreht</translation>
+    </message>
+    <message numerus="yes">
+        <source>Merged %n scans</source>
+        <translation>
+            <numerusform>%n Scan zusammengefügt</numerusform>
+            <numerusform>%n Scans zusammengefügt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Select 2+ scans to merge</source>
+        <translation>Zum Zusammenfügen mindestens 2 Scans auswählen</translation>
+    </message>
+    <message>
+        <source>Split into pages</source>
+        <translation>In Seiten geteilt</translation>
+    </message>
+    <message>
+        <source>Select a multi-page PDF to split</source>
+        <translation>Zum Teilen ein PDF mit mehreren Seiten auswählen</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::ScansBrowser</name>
+    <message>
+        <source>Deleted</source>
+        <translation>Gelöscht</translation>
+    </message>
+    <message>
+        <source>Undid last edit</source>
+        <translation>Letzte Bearbeitung rückgängig gemacht</translation>
+    </message>
+    <message>
+        <source>Nothing to undo</source>
+        <translation>Nichts rückgängig zu machen</translation>
+    </message>
+    <message>
+        <source>Select scans first</source>
+        <translation>Zuerst Scans auswählen</translation>
+    </message>
+    <message>
+        <source>Applying magic to 1 scan…</source>
+        <translation>Zauber wird auf 1 Scan angewendet …</translation>
+    </message>
+    <message numerus="yes">
+        <source>Applying magic to %n scans…</source>
+        <translation>
+            <numerusform>Zauber wird auf %n Scan angewendet …</numerusform>
+            <numerusform>Zauber wird auf %n Scans angewendet …</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Some scans couldn&apos;t be written</source>
+        <translation>Einige Scans konnten nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>Magic applied to 1 scan</source>
+        <translation>Zauber auf 1 Scan angewendet</translation>
+    </message>
+    <message numerus="yes">
+        <source>Magic applied to %n scans</source>
+        <translation>
+            <numerusform>Zauber auf %n Scan angewendet</numerusform>
+            <numerusform>Zauber auf %n Scans angewendet</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>No scan to edit</source>
+        <translation>Kein Scan zu bearbeiten</translation>
+    </message>
+</context>
 </TS>

@@ -51,7 +51,8 @@ TEST(Manual, NamesTheOptionsThatTheHelpNames)
 {
     EXPECT_EQ(optionsIn(manualSection(QStringLiteral(".SH OPTIONS"))),
               optionsIn(helpOf({QStringLiteral("--help")})));
-    for (const char *name : {"scan", "devices", "presets", "magic", "ocr"}) {
+    for (const char *name :
+         {"scan", "devices", "presets", "magic", "ocr", "rotate", "merge", "split"}) {
         SCOPED_TRACE(name);
         const QString command = QString::fromUtf8(name);
         const QString section = manualSection(QStringLiteral(".SS \"velmor %1\"").arg(command));
