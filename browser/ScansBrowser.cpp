@@ -5,6 +5,7 @@
 #include "pipeline/VisionOCR.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -20,6 +21,14 @@ constexpr double magicDpi = 300;
 
 } // namespace
 
+ScansBrowser::ScansBrowser(QObject *parent) : QObject(parent)
+{
+    connect(&m_watch, &FolderWatch::changed, this, [this] {
+        if (m_model)
+            m_model->loadResults();
+    });
+}
+
 void ScansBrowser::setModel(AppModel *model)
 {
     if (model == m_model)
@@ -27,15 +36,50 @@ void ScansBrowser::setModel(AppModel *model)
     if (m_model)
         m_model->disconnect(this);
     m_model = model;
+    m_stamps.clear();
     if (m_model) {
-        connect(m_model, &AppModel::resultsChanged, this, &ScansBrowser::resultsChanged);
-        connect(m_model, &AppModel::resultsChanged, this, &ScansBrowser::previewChanged);
+        connect(m_model, &AppModel::resultsChanged, this, &ScansBrowser::noticeChanges);
+        connect(m_model, &AppModel::settingsChanged, this, &ScansBrowser::followFolder);
         connect(m_model, &AppModel::undoableFilesChanged, this, &ScansBrowser::previewChanged);
         connect(m_model, &AppModel::magicPresetChanged, this, &ScansBrowser::magicPresetChanged);
+        followFolder();
         m_model->loadResults();
     }
     Q_EMIT modelChanged();
     Q_EMIT magicPresetChanged();
+}
+
+void ScansBrowser::followFolder()
+{
+    m_watch.setFolder(m_model->settings().outputFolder.toLocalFile());
+}
+
+void ScansBrowser::noticeChanges()
+{
+    QHash<QUrl, Stamp> stamps;
+    QList<QUrl> changed;
+    for (const ScanResult &result : m_model->results()) {
+        const Stamp stamp = stampOf(result.url);
+        const auto former = m_stamps.constFind(result.url);
+        if (former != m_stamps.cend() && *former != stamp)
+            changed.append(result.url);
+        stamps.insert(result.url, stamp);
+    }
+    m_stamps = stamps;
+    Q_EMIT resultsChanged();
+    raise(changed);
+}
+
+ScansBrowser::Stamp ScansBrowser::stampOf(const QUrl &url)
+{
+    const QFileInfo file(url.toLocalFile());
+    return {file.lastModified(), file.size()};
+}
+
+QUrl ScansBrowser::urlAt(int place) const
+{
+    const bool isThere = m_model && place >= 0 && place < m_model->results().size();
+    return isThere ? m_model->results().at(place).url : QUrl();
 }
 
 void ScansBrowser::setThumbSize(qreal size)
@@ -290,6 +334,7 @@ void ScansBrowser::raise(const QList<QUrl> &files)
 {
     for (const QUrl &file : files) {
         ++m_rev[file];
+        m_stamps.insert(file, stampOf(file));
         Q_EMIT revChanged(file);
     }
     Q_EMIT previewChanged();

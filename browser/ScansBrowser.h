@@ -1,8 +1,10 @@
 #pragma once
 
+#include "browser/FolderWatch.h"
 #include "model/AppModel.h"
 #include "model/EditorViewport.h"
 
+#include <QDateTime>
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -16,6 +18,9 @@
 namespace velmor {
 
 /// The state of the screen over the output folder, and every operation on the scans in it.
+///
+/// The list follows the folder, also where other programs change it: a file that was changed counts
+/// as one more revision of it.
 ///
 /// An operation acts on the marked scans, and with none marked on the one in the preview. It opens
 /// the files, changes and writes them, says in `note` how that went, and has the model read the
@@ -39,7 +44,7 @@ public:
     static constexpr qreal smallestThumb = 90;
     static constexpr qreal largestThumb = 260;
 
-    using QObject::QObject;
+    explicit ScansBrowser(QObject *parent = nullptr);
 
     [[nodiscard]] AppModel *model() const { return m_model; }
     /// Takes a model, and has it read the folder.
@@ -72,6 +77,9 @@ public:
     /// What an operation acts on.
     [[nodiscard]] QList<QUrl> targets() const;
     [[nodiscard]] bool canUndo() const;
+
+    /// The scan at a place of the results; empty beyond them.
+    [[nodiscard]] QUrl urlAt(int place) const;
 
     // --- The grid ----------------------------------------------------------------------------
 
@@ -113,6 +121,15 @@ Q_SIGNALS:
     void editorChanged();
 
 private:
+    /// What tells that a file was replaced or changed.
+    struct Stamp {
+        QDateTime changed;
+        qint64 size = -1;
+
+        bool operator==(const Stamp &) const = default;
+    };
+
+    [[nodiscard]] static Stamp stampOf(const QUrl &url);
     [[nodiscard]] int count() const;
     [[nodiscard]] QUrl previewUrlOrNone() const { return previewURL().value_or(QUrl()); }
     [[nodiscard]] QUrl editorUrlOrNone() const { return m_editorURL.value_or(QUrl()); }
@@ -120,6 +137,8 @@ private:
     [[nodiscard]] bool hasMagicPreset() const { return m_model && m_model->magicPreset(); }
     [[nodiscard]] QString noteText() const { return m_note.value_or(QString()); }
 
+    void followFolder();
+    void noticeChanges();
     void setSelection(const QList<QUrl> &selection);
     void setHovered(const std::optional<QUrl> &hovered);
     void setNote(const QString &note);
@@ -135,6 +154,8 @@ private:
     qreal m_thumbSize = 150;
     std::optional<QString> m_note;
     QHash<QUrl, int> m_rev;
+    QHash<QUrl, Stamp> m_stamps; ///< Of the files as they were when their revision was counted.
+    FolderWatch m_watch;
     std::optional<QUrl> m_editorURL;
     std::optional<EditorMode> m_editorMode;
     EditorViewport m_editorViewport;

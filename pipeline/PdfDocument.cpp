@@ -218,12 +218,12 @@ std::optional<PdfPage> PdfPage::copy() const
     }
 }
 
-std::optional<QByteArray> PdfPage::renderingBytes() const
+std::optional<QByteArray> PdfPage::renderingBytes(Box box) const
 {
     try {
         const std::shared_ptr<QPDF> file = emptyFile();
         QPDFObjectHandle object = objectFor(*file, m_data->file, m_data->object);
-        object.replaceKey("/MediaBox", newRectangle(cropBox()));
+        object.replaceKey("/MediaBox", newRectangle(box == Box::crop ? cropBox() : mediaBox()));
         object.removeKey("/CropBox");
         object.replaceKey("/Rotate", QPDFObjectHandle::newInteger(rotation()));
         file->addPage(object, false);

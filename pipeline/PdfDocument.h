@@ -50,9 +50,12 @@ public:
     /// with this one, yet turning it leaves this one alone. Nothing if the page is damaged.
     [[nodiscard]] std::optional<PdfPage> copy() const;
 
-    /// A document of this page alone, its media box cut to `cropBox()` and its annotations and
-    /// form fields drawn into the page: the form that renderers get. Nothing if it is damaged.
-    [[nodiscard]] std::optional<QByteArray> renderingBytes() const;
+    /// Which part of a page is drawn.
+    enum class Box { crop, media };
+
+    /// A document of this page alone, its media box cut to `box` and its annotations and form
+    /// fields drawn into the page: the form that renderers get. Nothing if it is damaged.
+    [[nodiscard]] std::optional<QByteArray> renderingBytes(Box box = Box::crop) const;
 
 private:
     friend class PdfDocument;

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "browser/Thumbnail.h"
+
+#include <QCache>
+#include <QFuture>
+#include <QObject>
+#include <QThreadPool>
+#include <QUrl>
+#include <QtQml/qqmlregistration.h>
+
+#include <optional>
+
+namespace velmor {
+
+/// Makes the thumbnails of one screen in the background, the latest asked for first, and keeps as
+/// many as fit into its memory, so that what comes into view again is there at once. Main thread.
+class ThumbnailStore : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+
+public:
+    /// The most that kept pictures take, in bytes; one takes about a million.
+    static constexpr qsizetype capacity = 96'000'000;
+
+    explicit ThumbnailStore(QObject *parent = nullptr);
+    /// Waits for what is being drawn; what hasn't begun is dropped.
+    ~ThumbnailStore() override;
+
+    /// The thumbnail of a file's content, if it is kept.
+    [[nodiscard]] std::optional<Thumbnail> kept(const QUrl &url, int revision) const;
+    void keep(const QUrl &url, int revision, const Thumbnail &thumbnail);
+    /// Draws one. A future that is cancelled before its turn costs nothing.
+    [[nodiscard]] QFuture<std::optional<Thumbnail>> draw(const QUrl &url, double width);
+
+private:
+    QCache<QString, Thumbnail> m_kept;
+    QThreadPool m_pool;
+    int m_asked = 0;
+};
+
+} // namespace velmor
