@@ -73,6 +73,16 @@ std::optional<QImage> render(const PdfPage &page, Dpi dpi)
     return renderAtScale(page, dpi.value / 72);
 }
 
+std::optional<QImage> render(const PdfPage &page, const QRectF &part, QSize pixels)
+{
+    if (pixels.isEmpty() || qint64{pixels.width()} * pixels.height() > RawStore::maxPixels)
+        return std::nullopt;
+    const auto bytes = page.renderingBytes(part);
+    if (!bytes)
+        return std::nullopt;
+    return renderFirstPage(*bytes, pixels);
+}
+
 std::optional<QImage> downscale(const QImage &image, double maxDim)
 {
     if (image.isNull())

@@ -38,6 +38,10 @@ struct Dpi {
 /// The page as shown, rotation included, on white, at `dpi` or `maxScale` if that is less.
 [[nodiscard]] std::optional<QImage> render(const PdfPage &page, Dpi dpi);
 
+/// The part of the page within `part`, in page space and within the crop box, as shown, rotation
+/// included, on white, at exactly `pixels`.
+[[nodiscard]] std::optional<QImage> render(const PdfPage &page, const QRectF &part, QSize pixels);
+
 /// `image` reduced so that its longer side has at most `maxDim` pixels; the image itself if it
 /// fits. New sides are truncated to whole pixels, and at least 1.
 [[nodiscard]] std::optional<QImage> downscale(const QImage &image, double maxDim);

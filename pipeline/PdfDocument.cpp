@@ -218,17 +218,45 @@ std::optional<PdfPage> PdfPage::copy() const
     }
 }
 
-std::optional<QByteArray> PdfPage::renderingBytes(Box box) const
+std::shared_ptr<QPDF> PdfPage::alone(const QRectF &part, int degrees) const
+{
+    const std::shared_ptr<QPDF> file = emptyFile();
+    QPDFObjectHandle object = objectFor(*file, m_data->file, m_data->object);
+    object.replaceKey("/MediaBox", newRectangle(part));
+    object.removeKey("/CropBox");
+    object.replaceKey("/Rotate", QPDFObjectHandle::newInteger(degrees));
+    file->addPage(object, false);
+    QPDFPageDocumentHelper(*file).flattenAnnotations(0, an_invisible | an_hidden);
+    return file;
+}
+
+std::optional<QByteArray> PdfPage::renderingBytes() const
+{
+    return renderingBytes(cropBox());
+}
+
+std::optional<QByteArray> PdfPage::renderingBytes(const QRectF &part) const
 {
     try {
-        const std::shared_ptr<QPDF> file = emptyFile();
-        QPDFObjectHandle object = objectFor(*file, m_data->file, m_data->object);
-        object.replaceKey("/MediaBox", newRectangle(box == Box::crop ? cropBox() : mediaBox()));
-        object.removeKey("/CropBox");
-        object.replaceKey("/Rotate", QPDFObjectHandle::newInteger(rotation()));
-        file->addPage(object, false);
-        QPDFPageDocumentHelper(*file).flattenAnnotations(0, an_invisible | an_hidden);
-        return bytesOf(*file);
+        return bytesOf(*alone(part, rotation()));
+    } catch (const std::exception &) {
+        return std::nullopt;
+    }
+}
+
+std::optional<UprightPage> PdfPage::uprightBytes(int degrees) const
+{
+    try {
+        const std::shared_ptr<QPDF> file = alone(cropBox(), degrees);
+        QPDFPageObjectHelper upright(file->getAllPages().front());
+        upright.flattenRotation();
+        const QRectF box = rectangle(upright.getAttribute("/MediaBox", false)).value_or(cropBox());
+        const auto pdf = bytesOf(*file);
+        if (!pdf)
+            return std::nullopt;
+        return UprightPage{
+            *pdf, {box.left(), box.bottom()}
+        };
     } catch (const std::exception &) {
         return std::nullopt;
     }

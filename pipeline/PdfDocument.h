@@ -20,6 +20,12 @@ namespace velmor {
 
 class PdfDocument;
 
+/// A document of one page that isn't turned for showing.
+struct UprightPage {
+    QByteArray pdf;
+    QPointF topLeft; ///< The corner of the page in its page space.
+};
+
 /// A page of a document: a handle, so copies of it name the same page.
 ///
 /// Keeps its document's data alive for as long as it lives itself.
@@ -50,12 +56,16 @@ public:
     /// with this one, yet turning it leaves this one alone. Nothing if the page is damaged.
     [[nodiscard]] std::optional<PdfPage> copy() const;
 
-    /// Which part of a page is drawn.
-    enum class Box { crop, media };
-
-    /// A document of this page alone, its media box cut to `box` and its annotations and form
+    /// A document of this page alone, its media box cut to `cropBox()` and its annotations and form
     /// fields drawn into the page: the form that renderers get. Nothing if it is damaged.
-    [[nodiscard]] std::optional<QByteArray> renderingBytes(Box box = Box::crop) const;
+    [[nodiscard]] std::optional<QByteArray> renderingBytes() const;
+
+    /// The same for the part of the page within `part`, which lies in the media box.
+    [[nodiscard]] std::optional<QByteArray> renderingBytes(const QRectF &part) const;
+
+    /// The same for the whole page, turned to `degrees` instead of its own rotation, with the turn
+    /// worked into the content.
+    [[nodiscard]] std::optional<UprightPage> uprightBytes(int degrees) const;
 
 private:
     friend class PdfDocument;
@@ -63,6 +73,9 @@ private:
     struct Data;
 
     PdfPage(std::shared_ptr<QPDF> file, const QPDFObjectHandle &object);
+
+    /// This page alone in a file, cut to `part` and turned to `degrees`. Throws.
+    [[nodiscard]] std::shared_ptr<QPDF> alone(const QRectF &part, int degrees) const;
 
     std::shared_ptr<Data> m_data;
 };
