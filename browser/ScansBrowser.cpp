@@ -4,6 +4,7 @@
 #include "pipeline/RawStore.h"
 #include "pipeline/VisionOCR.h"
 
+#include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -91,11 +92,6 @@ void ScansBrowser::setThumbSize(qreal size)
     Q_EMIT thumbSizeChanged();
 }
 
-void ScansBrowser::setViewportSource(std::function<EditorViewport(const QUrl &)> source)
-{
-    m_viewportOf = std::move(source);
-}
-
 std::optional<QUrl> ScansBrowser::previewURL() const
 {
     if (m_hovered)
@@ -156,6 +152,12 @@ void ScansBrowser::leave(const QUrl &url)
     // The next scan may have been entered before this one is left.
     if (!m_editorMode && m_hovered == url)
         setHovered(std::nullopt);
+}
+
+void ScansBrowser::open(const QUrl &url) const
+{
+    if (!url.isEmpty())
+        QDesktopServices::openUrl(url);
 }
 
 void ScansBrowser::rotate()
@@ -258,7 +260,7 @@ void ScansBrowser::startEditor(EditorMode mode)
         setNote(tr("No scan to edit"));
         return;
     }
-    m_editorViewport = m_viewportOf ? m_viewportOf(*file) : EditorViewport();
+    m_editorViewport = m_pdfViewBox.currentViewport(*file);
     setHovered(std::nullopt);
     setSelection({*file});
     setEditor(file, mode);

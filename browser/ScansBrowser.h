@@ -2,7 +2,7 @@
 
 #include "browser/FolderWatch.h"
 #include "model/AppModel.h"
-#include "model/EditorViewport.h"
+#include "preview/PDFViewBox.h"
 
 #include <QDateTime>
 #include <QHash>
@@ -12,7 +12,6 @@
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
-#include <functional>
 #include <optional>
 
 namespace velmor {
@@ -36,6 +35,7 @@ class ScansBrowser : public QObject {
     Q_PROPERTY(bool hasMagicPreset READ hasMagicPreset NOTIFY magicPresetChanged)
     Q_PROPERTY(qreal thumbSize READ thumbSize WRITE setThumbSize NOTIFY thumbSizeChanged)
     Q_PROPERTY(QString note READ noteText NOTIFY noteChanged)
+    Q_PROPERTY(velmor::PDFViewBox *pdfViewBox READ pdfViewBox CONSTANT)
     Q_PROPERTY(bool isEditing READ isEditing NOTIFY editorChanged)
     Q_PROPERTY(QUrl editorURL READ editorUrlOrNone NOTIFY editorChanged)
 
@@ -69,8 +69,8 @@ public:
     /// Where the editor opens.
     [[nodiscard]] const EditorViewport &editorViewport() const { return m_editorViewport; }
     [[nodiscard]] bool isEditing() const { return m_editorURL && m_editorMode; }
-    /// What part of a file the preview shows, for `startEditor`.
-    void setViewportSource(std::function<EditorViewport(const QUrl &)> source);
+    /// Knows what the preview shows.
+    [[nodiscard]] PDFViewBox *pdfViewBox() { return &m_pdfViewBox; }
 
     /// The scan under the pointer, else the first marked one, else the newest.
     [[nodiscard]] std::optional<QUrl> previewURL() const;
@@ -79,7 +79,7 @@ public:
     [[nodiscard]] bool canUndo() const;
 
     /// The scan at a place of the results; empty beyond them.
-    [[nodiscard]] QUrl urlAt(int place) const;
+    Q_INVOKABLE [[nodiscard]] QUrl urlAt(int place) const;
 
     // --- The grid ----------------------------------------------------------------------------
 
@@ -89,6 +89,9 @@ public:
     /// The pointer came to a scan, or left it.
     Q_INVOKABLE void enter(const QUrl &url);
     Q_INVOKABLE void leave(const QUrl &url);
+
+    /// Opens a file with the desktop's program for it.
+    Q_INVOKABLE void open(const QUrl &url) const;
 
     // --- Operations --------------------------------------------------------------------------
 
@@ -159,7 +162,7 @@ private:
     std::optional<QUrl> m_editorURL;
     std::optional<EditorMode> m_editorMode;
     EditorViewport m_editorViewport;
-    std::function<EditorViewport(const QUrl &)> m_viewportOf;
+    PDFViewBox m_pdfViewBox;
 };
 
 } // namespace velmor

@@ -1,88 +1,129 @@
 import QtQuick
+import QtQuick.Templates as T
 import Velmor.Controls
+import Velmor.Preview
 import Velmor.Browser
 
-// Delegates use ids of this file: the pragma that says so is newer than Qt 6.4.
-// qmllint disable unqualified
-
-// The saved scans: double click or Return opens one.
+// The screen over the output folder: the saved scans at the left; at the right the tools over a
+// preview, or the page editor in their place.
 Item {
     id: view
 
-    required property ScansList scans
+    required property ScansBrowser browser
+    // Makes the page editor for what the browser says is to be edited.
+    property Component editor: null
 
-    Text {
-        anchors.centerIn: parent
-        visible: list.count === 0
-        text: qsTr("No scans yet")
-        font.pixelSize: 15
-        color: Theme.textSecondary
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
+    KeyCommands {
+        isEnabled: !view.browser.isEditing
+        onKey: name => {
+            if (view.editor || (name !== "c" && name !== "w"))
+                view.browser.handleKey(name);
+        }
     }
 
-    ListView {
-        id: list
-
+    T.SplitView {
         anchors.fill: parent
-        anchors.margins: 16
-        model: view.scans
-        focus: true
-        clip: true
-        activeFocusOnTab: true
-        boundsBehavior: Flickable.StopAtBounds
-        interactive: contentHeight > height
-        highlightMoveDuration: 0
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("My scans")
-        Keys.onReturnPressed: view.scans.open(currentIndex)
-        Keys.onEnterPressed: view.scans.open(currentIndex)
+        orientation: Qt.Horizontal
 
-        delegate: Rectangle {
-            id: row
+        handle: Item {
+            implicitWidth: 1
 
-            required property int index
-            required property string name
-            required property string date
-
-            width: list.width
-            height: 40
-            radius: 8
-            color: ListView.isCurrentItem ? Theme.track : "transparent"
-            Accessible.role: Accessible.ListItem
-            Accessible.name: qsTr("%1, %2").arg(name).arg(date)
-            Accessible.selected: ListView.isCurrentItem
-            Accessible.onPressAction: view.scans.open(index)
-
-            Text {
-                anchors.left: parent.left
-                anchors.right: dateLabel.left
-                anchors.margins: 12
-                anchors.verticalCenter: parent.verticalCenter
-                text: row.name
-                elide: Text.ElideMiddle
-                font.pixelSize: 13
-                color: Theme.textPrimary
+            // Wider than what is seen of it.
+            containmentMask: Item {
+                x: -4
+                width: 9
+                height: view.height
             }
 
-            Text {
-                id: dateLabel
-
-                anchors.right: parent.right
-                anchors.rightMargin: 12
-                anchors.verticalCenter: parent.verticalCenter
-                text: row.date
-                font.pixelSize: 12
-                color: Theme.textSecondary
-            }
-
-            MouseArea {
+            Rectangle {
                 anchors.fill: parent
-                onPressed: {
-                    list.forceActiveFocus();
-                    list.currentIndex = row.index;
+                color: Qt.rgba(0, 0, 0, 0.1)
+            }
+        }
+
+        ScansGrid {
+            T.SplitView.minimumWidth: 260
+            T.SplitView.preferredWidth: 364
+            T.SplitView.maximumWidth: view.width - 361
+            browser: view.browser
+        }
+
+        Item {
+            T.SplitView.minimumWidth: 360
+            T.SplitView.fillWidth: true
+            clip: true
+
+            Rectangle {
+                anchors.fill: parent
+                color: Theme.track
+            }
+
+            Item {
+                anchors.fill: parent
+                visible: !view.browser.isEditing
+
+                BrowserToolBar {
+                    id: toolBar
+
+                    width: parent.width
+                    browser: view.browser
+                    hasEditor: view.editor !== null
                 }
-                onDoubleClicked: view.scans.open(row.index)
+
+                PDFKitView {
+                    anchors.top: toolBar.bottom
+                    anchors.bottom: parent.bottom
+                    anchors.left: parent.left
+                    anchors.right: parent.right
+                    anchors.margins: 14
+                    visible: view.browser.count > 0 || url.toString() !== ""
+                    url: view.browser.previewURL
+                    revision: view.browser.previewRevision
+                    box: view.browser.pdfViewBox
+                }
+
+                Text {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    y: toolBar.height + (parent.height - toolBar.height - height) / 2
+                    visible: view.browser.previewURL.toString() === ""
+                    text: qsTr("No scans yet")
+                    font.family: Theme.fontFamily
+                    font.pixelSize: 13
+                    color: Theme.textSecondary
+                }
+
+                RoundedBox {
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    anchors.bottom: parent.bottom
+                    anchors.bottomMargin: 14
+                    visible: view.browser.note !== ""
+                    width: Math.min(noteText.implicitWidth + 16, parent.width - 28)
+                    height: noteText.height + 16
+                    radius: height / 2
+                    color: "#D9FFFFFF"
+                    lineWidth: 1
+                    lineColor: Qt.rgba(0, 0, 0, 0.06)
+
+                    Text {
+                        id: noteText
+
+                        anchors.centerIn: parent
+                        width: Math.min(implicitWidth, parent.width - 16)
+                        text: view.browser.note
+                        elide: Text.ElideRight
+                        font.family: Theme.fontFamily
+                        font.pixelSize: 12
+                        color: Theme.textPrimary
+                        Accessible.role: Accessible.AlertMessage
+                        Accessible.name: text
+                    }
+                }
+            }
+
+            Loader {
+                anchors.fill: parent
+                active: view.browser.isEditing
+                sourceComponent: view.editor
             }
         }
     }

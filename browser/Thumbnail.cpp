@@ -32,7 +32,7 @@ std::optional<Thumbnail> renderThumbnail(const QUrl &url, double width)
     // A page beyond the limits of the ratio keeps its shape within the cell.
     const QSizeF shown = page->isTurned() ? box.transposed() : box;
     const QSize size = shown.scaled(QSizeF(pixels, pixels * ratio), Qt::KeepAspectRatio).toSize();
-    const std::optional<QByteArray> bytes = page->renderingBytes(PdfPage::Box::media);
+    const std::optional<QByteArray> bytes = page->renderingBytes(page->mediaBox());
     if (!bytes)
         return std::nullopt;
     std::optional<QImage> image = renderFirstPage(*bytes, size.expandedTo(QSize(1, 1)));

@@ -48,8 +48,8 @@ KeyableMainWindow {
 
         GalleryPanel {
             ScansBrowserView {
-                scans: ScansList {
-                    // The type of the model is known to another module than the list's.
+                browser: ScansBrowser {
+                    // The type of the model is known to another module than the browser's.
                     // qmllint disable
                     model: window.model
                     // qmllint enable
