@@ -92,8 +92,7 @@ int carryOut(const FilesRequest &request)
     for (const QUrl &file : outcome.saved)
         printLine(QFile::encodeName(file.toLocalFile()));
     printErrorLine(terminalText(outcome.message));
-    const bool isDone =
-        outcome.isWritten && outcome.unopened.isEmpty() && !outcome.saved.isEmpty();
+    const bool isDone = outcome.isWritten && outcome.unopened.isEmpty() && !outcome.saved.isEmpty();
     return static_cast<int>(isDone ? ExitCode::success : ExitCode::notSaved);
 }
 

@@ -49,10 +49,12 @@ struct Picture {
 
 } // namespace
 
-struct PageNodes::PageNode : QSGNode {
+/// The nodes of a page. All groups are transforms, though they move nothing: the software renderer
+/// loses the place of what is added to a plain node later.
+struct PageNodes::PageNode : QSGTransformNode {
     explicit PageNode(QQuickWindow &window)
         : m_edge(window.createRectangleNode()), m_paper(window.createRectangleNode()),
-          m_marks(new QSGNode)
+          m_marks(new QSGTransformNode)
     {
         m_edge->setColor(edgeColor);
         m_paper->setColor(Qt::white);
@@ -89,7 +91,7 @@ private:
     }
 
     QSGRectangleNode *m_edge, *m_paper;
-    QSGNode *m_marks;
+    QSGTransformNode *m_marks;
     Picture m_whole, m_part;
 };
 

@@ -30,7 +30,7 @@ struct ShownPage {
 /// The pages in view as a scene graph: paper, pictures, marks. For `updatePaintNode`.
 ///
 /// A picture's texture is made when it comes into view and dropped when it leaves.
-class PageNodes : public QSGNode {
+class PageNodes : public QSGTransformNode {
 public:
     /// Shows these pages and no others.
     void show(QQuickWindow &window, const QList<ShownPage> &pages);
