@@ -97,6 +97,7 @@ Column {
         PlainButton {
             objectName: "changeFolder"
             text: qsTr("Change…")
+            font.pixelSize: 12
             color: Theme.accent
             onClicked: folderChoice.open()
         }

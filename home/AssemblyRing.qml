@@ -42,7 +42,7 @@ Item {
             color: Qt.rgba(0, 0, 0, 0.12)
         }
 
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             radius: height / 2
             color: "#FFFFFF"

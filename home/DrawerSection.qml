@@ -30,12 +30,19 @@ Item {
         }
     }
 
-    // The corners at the top are above the edge.
     Rectangle {
         anchors.fill: parent
-        anchors.topMargin: -radius
-        radius: Theme.cardRadius
+        anchors.bottomMargin: ends.radius
         color: "#FFFFFF"
+    }
+
+    RoundedBox {
+        id: ends
+
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: 2 * radius
+        radius: Theme.cardRadius
     }
 
     Loader {

@@ -37,7 +37,7 @@ Column {
         Accessible.role: Accessible.PageTabList
         Accessible.name: qsTr("Presets")
 
-        Rectangle {
+        RoundedBox {
             objectName: "pillTrack"
             anchors.fill: parent
             radius: height / 2
@@ -45,7 +45,7 @@ Column {
         }
 
         // One capsule for all tabs: it slides from one to the next.
-        Rectangle {
+        RoundedBox {
             objectName: "capsule"
             x: left.value
             y: row.y + 4

@@ -23,14 +23,16 @@ Item {
         verticalPadding: 6
         radius: height / 2
         text: qsTr("Save as preset…")
+        font.pixelSize: 12
         color: Theme.accent
         disabledOpacity: 1
         onClicked: footer.panel.showPresetSave = true
 
-        background: Rectangle {
+        background: RoundedBox {
             radius: height / 2
             color: "transparent"
-            border.color: Qt.alpha(Theme.accent, 0.45)
+            lineWidth: 1
+            lineColor: Qt.alpha(Theme.accent, 0.45)
         }
 
         PresetSavePopover {

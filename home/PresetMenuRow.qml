@@ -34,7 +34,7 @@ StatefulButton {
         id: pointer
     }
 
-    background: Rectangle {
+    background: RoundedBox {
         radius: 9
         color: row.hovering ? Theme.track : "transparent"
     }

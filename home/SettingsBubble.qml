@@ -41,7 +41,7 @@ Item {
         color: Qt.rgba(0, 0, 0, 0.18)
     }
 
-    Rectangle {
+    RoundedBox {
         id: card
 
         objectName: "bubbleCard"
@@ -53,13 +53,13 @@ Item {
         color: "#FFFFFF"
 
         // The outline lies on the edge, half of it outside.
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             anchors.margins: -0.5
             radius: 12.5
             color: "transparent"
-            border.color: Qt.rgba(0, 0, 0, 0.06)
-            border.pixelAligned: false
+            lineWidth: 1
+            lineColor: Qt.rgba(0, 0, 0, 0.06)
         }
 
         Row {

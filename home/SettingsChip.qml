@@ -14,7 +14,7 @@ PlainButton {
     font.weight: Font.DemiBold
     hint: qsTr("Scan settings")
 
-    background: Rectangle {
+    background: RoundedBox {
         radius: height / 2
         color: Qt.alpha(Theme.accent, 0.1)
     }

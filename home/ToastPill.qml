@@ -37,7 +37,7 @@ Item {
         hollow: true
     }
 
-    Rectangle {
+    RoundedBox {
         id: plate
 
         anchors.fill: parent

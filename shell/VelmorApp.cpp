@@ -54,6 +54,8 @@ void chooseRenderer()
 std::unique_ptr<QGuiApplication> makeApplication(int &argc, char **argv)
 {
     chooseWindowSystem();
+    // Qt's own way of drawing text knows only one weight of a variable font, and is softer.
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     // A translucent window can't become one later.
     QQuickWindow::setDefaultAlphaBuffer(true);
     QGuiApplication::setDesktopFileName(AppInfo::applicationId);
