@@ -33,6 +33,8 @@ T.AbstractButton {
     Accessible.onPressAction: clicked()
     Accessible.onToggleAction: clicked()
 
+    onPressed: hintLoader.spent = true
+
     Keys.onReturnPressed: event => event.isAutoRepeat || clicked()
     Keys.onEnterPressed: event => event.isAutoRepeat || clicked()
 
@@ -56,14 +58,16 @@ T.AbstractButton {
         id: hintLoader
 
         readonly property Hint tip: item as Hint
+        // Who has pressed the button knows it: the tip waits for the next visit.
+        property bool spent: false
 
         active: button.hint !== "" && (button.hovered || button.visualFocus)
+        onActiveChanged: spent = false
         sourceComponent: Hint {}
         onLoaded: {
             tip.parent = button;
             tip.text = Qt.binding(() => button.hint);
-            tip.visible = Qt.binding(() => !button.down);
+            tip.visible = Qt.binding(() => !hintLoader.spent);
         }
     }
-
 }

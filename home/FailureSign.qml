@@ -13,8 +13,9 @@ T.Control {
 
     readonly property bool shown: text !== ""
 
+    // Whether `shown` has followed by now isn't certain.
     onTextChanged: {
-        if (shown)
+        if (text !== "")
             reason = text;
     }
 

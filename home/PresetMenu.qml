@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import Velmor.Controls
 import Velmor.Home
 
@@ -44,7 +45,7 @@ Popover {
         boundsBehavior: Flickable.StopAtBounds
         interactive: contentHeight > height
 
-        Column {
+        ColumnLayout {
             id: column
 
             width: parent.width
@@ -60,7 +61,7 @@ Popover {
                     required property string modelData
 
                     objectName: "presetRow" + index
-                    width: column.width
+                    Layout.fillWidth: true
                     name: modelData
                     selected: name === menu.base.activePreset
                     onChosen: menu.base.choosePreset(name)

@@ -54,7 +54,7 @@ void chooseRenderer()
 std::unique_ptr<QGuiApplication> makeApplication(int &argc, char **argv)
 {
     chooseWindowSystem();
-    // Qt's own way of drawing text knows only one weight of a variable font, and is softer.
+    // The other way, scalable pictures of the letters, makes them softer and medium ones too light.
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     // A translucent window can't become one later.
     QQuickWindow::setDefaultAlphaBuffer(true);

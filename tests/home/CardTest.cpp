@@ -150,6 +150,9 @@ TEST_F(CardTest, ALongPresetNameKeepsTheTabsWidth)
     const double width = place("tabPreset").width();
     savePreset("Invoices of the third floor, both sides, 2026");
     EXPECT_EQ(place("tabPreset").width(), width);
+    click("chevron");
+    EXPECT_GT(place("presetRow1").width(), 190) << "the menu has room for more of it";
+    press(Qt::Key_Escape);
     click("tabPhoto");
     EXPECT_NEAR(place("tabPreset").width(), width - 4 - 14, 1) << "without the chevron's room";
     EXPECT_FALSE(item("chevron"));
@@ -279,6 +282,8 @@ TEST_F(CardTest, AFailureShowsAsSignAndToast)
     receive({R"({"event":"error","message":"Jam"})"});
     settle();
     EXPECT_NEAR(place("failure").left() - place("settingsButton").right(), 8, 1);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(item("failure"))->text(QAccessible::Name),
+              u"Jam");
     ASSERT_TRUE(item("toast"));
     EXPECT_NEAR(place("toast").bottom(), view.height() - 12, 1);
     EXPECT_NEAR(place("toast").center().x(), 190, 1);
