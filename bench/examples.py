@@ -5,10 +5,11 @@ import sys
 import accuracy
 import feeding
 import table
+import window
 
 
 def main():
-    results = [doctest.testmod(module) for module in (accuracy, feeding, table)]
+    results = [doctest.testmod(module) for module in (accuracy, feeding, table, window)]
     if any(result.attempted == 0 for result in results):
         sys.exit("A module has lost its examples.")
     return 1 if any(result.failed for result in results) else 0

@@ -1,6 +1,7 @@
 """Makes the pictures of the README from the real windows, on a screen in memory.
 
-Called by script/screenshots. The window is driven as a user would, with the sample pages in a feeder.
+Called by script/screenshots. The window is driven as a user would drive it, with the sample pages in
+a feeder.
 """
 import argparse
 import os
