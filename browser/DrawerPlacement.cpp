@@ -4,26 +4,42 @@
 
 namespace velmor {
 
-DrawerPlacement placeDrawer(const QSize &drawer, const QRect &parent, const QRect &screen)
+namespace {
+
+QSize fittingSize(const DrawerSizes &sizes, int parentWidth, const QSize &screen)
 {
+    const int beside = screen.width() - parentWidth - drawerGap;
+    QSize room = screen;
+    if (beside >= sizes.smallest.width())
+        room.setWidth(beside);
+    return sizes.wanted.boundedTo(room.expandedTo(sizes.smallest));
+}
+
+} // namespace
+
+DrawerPlacement placeDrawer(const DrawerSizes &sizes, const QRect &parent, const QRect &screen)
+{
+    const QPoint toTheRight(parent.x() + parent.width() + drawerGap, parent.y());
     DrawerPlacement place{
-        {parent.x() + parent.width() + drawerGap, parent.y()},
+        {toTheRight, sizes.wanted},
         parent.topLeft()
     };
     if (screen.isEmpty())
         return place;
+    QRect &drawer = place.drawer;
+    drawer.setSize(fittingSize(sizes, parent.width(), screen.size()));
     const int screenEnd = screen.x() + screen.width();
     const int lowest = screen.y() + screen.height() - drawer.height();
-    place.drawer.setY(std::max(screen.y(), std::min(parent.y(), lowest)));
-    if (place.drawer.x() + drawer.width() <= screenEnd)
+    drawer.moveTop(std::max(screen.y(), std::min(parent.y(), lowest)));
+    if (drawer.x() + drawer.width() <= screenEnd)
         return place;
     const int onTheLeft = parent.x() - drawerGap - drawer.width();
     if (onTheLeft >= screen.x()) {
-        place.drawer.setX(onTheLeft);
+        drawer.moveLeft(onTheLeft);
         return place;
     }
-    place.drawer.setX(std::max(screen.x(), screenEnd - drawer.width()));
-    const int aside = place.drawer.x() - drawerGap - parent.width();
+    drawer.moveLeft(std::max(screen.x(), screenEnd - drawer.width()));
+    const int aside = drawer.x() - drawerGap - parent.width();
     if (aside >= screen.x())
         place.parent.setX(aside);
     return place;

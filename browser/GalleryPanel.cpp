@@ -123,10 +123,12 @@ void GalleryPanel::position(CardWindow &parent)
 {
     // Window managers keep the whole window on the screen, and that includes the shadow.
     const QMargins shadow = QMargins() + m_child->margin();
-    const DrawerPlacement placement = placeDrawer(m_child->cardSize(), parent.cardGeometry(),
-                                                  usableScreen(parent).marginsRemoved(shadow));
-    m_child->setPlace(placement.drawer);
-    m_attachment->keepOffset(placement.drawer - placement.parent);
+    const DrawerPlacement placement =
+        placeDrawer({m_child->cardSize(), m_child->smallestCard()}, parent.cardGeometry(),
+                    usableScreen(parent).marginsRemoved(shadow));
+    m_child->setCardSize(placement.drawer.size());
+    m_child->setPlace(placement.drawer.topLeft());
+    m_attachment->keepOffset(placement.drawer.topLeft() - placement.parent);
     if (placement.parent != parent.cardGeometry().topLeft())
         parent.setCardPosition(placement.parent);
 }

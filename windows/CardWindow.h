@@ -45,6 +45,8 @@ public:
     [[nodiscard]] int cardHeight() const { return m_cardSize.height(); }
     void setCardHeight(int height) { setCardSize({m_cardSize.width(), height}); }
     [[nodiscard]] QSize cardSize() const { return m_cardSize; }
+    /// What the user can't go below.
+    [[nodiscard]] QSize smallestCard() const { return m_smallestCard; }
     void setCardSize(const QSize &size);
     [[nodiscard]] int margin() const { return composited() ? m_shadowMargin : 0; }
     [[nodiscard]] bool composited() const { return m_compositing.isActive(); }

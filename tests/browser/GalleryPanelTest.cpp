@@ -1,5 +1,6 @@
 #include "browser/GalleryPanel.h"
 
+#include "browser/DrawerPlacement.h"
 #include "tests/Waiting.h"
 
 #include <QGuiApplication>
@@ -34,6 +35,13 @@ protected:
     {
         return panel->child()->presence() == 1 && panel->child()->slide() == 0;
     }
+    /// What the screen leaves the drawer beside its window, the shadows taken off.
+    [[nodiscard]] int widthBeside() const
+    {
+        const int screen =
+            parent.screen()->availableGeometry().width() - 2 * panel->child()->margin();
+        return std::min(900, screen - parent.cardWidth() - drawerGap);
+    }
     void open()
     {
         panel->setPresented(true);
@@ -58,7 +66,7 @@ TEST_F(GalleryPanelTest, OpensBesideItsWindowSlidingAndFadingIn)
     ASSERT_TRUE(panel->child());
     EXPECT_TRUE(panel->shown());
     EXPECT_TRUE(panel->child()->isVisible());
-    EXPECT_EQ(panel->child()->cardSize(), QSize(900, 580));
+    EXPECT_EQ(panel->child()->cardSize(), QSize(widthBeside(), 580));
     EXPECT_EQ(panel->child()->presence(), 0);
     EXPECT_EQ(panel->child()->slide(), -14);
     EXPECT_EQ(panel->child()->transientParent(), &parent);
@@ -112,13 +120,13 @@ TEST_F(GalleryPanelTest, KeepsItsContentAndSizeButIsPlacedAnew)
     auto *content = panel->child()->findChild<QQuickItem *>(QStringLiteral("content"));
     ASSERT_TRUE(content);
     content->setProperty("clicks", 7);
-    panel->child()->setCardSize({700, 500});
+    panel->child()->setCardSize({490, 500});
     const GalleryWindow *window = panel->child();
     close();
     parent.setCardPosition(start + QPoint(5, 60));
     open();
     EXPECT_EQ(panel->child(), window);
-    EXPECT_EQ(panel->child()->cardSize(), QSize(700, 500));
+    EXPECT_EQ(panel->child()->cardSize(), QSize(490, 500));
     EXPECT_EQ(content->property("clicks"), 7);
     const int lowest = parent.screen()->availableGeometry().bottom() + 1 - 500;
     EXPECT_EQ(drawerPosition().y(), std::min(start.y() + 60, lowest));
