@@ -14,6 +14,8 @@ T.Popup {
     property color color: "#FFFFFF"
 
     readonly property real arrowHeight: 7
+    // To the bounds at the left and right: the shadow is faint enough there to be cut off.
+    readonly property real edgeRoom: 20
     // Where it stands now, in its parent's coordinates.
     readonly property alias placement: place
 
@@ -35,7 +37,7 @@ T.Popup {
         const roomBelow = area.height - anchor.y - parent.height - height;
         place.above = edge === Qt.TopEdge ? roomAbove >= 0 || roomAbove > roomBelow : roomBelow < 0 && roomAbove > roomBelow;
         const wanted = anchor.x + (parent.width - width) / 2;
-        const x = Math.max(8, Math.min(wanted, area.width - width - 8));
+        const x = Math.max(edgeRoom, Math.min(wanted, area.width - width - edgeRoom));
         place.x = Math.round(x - anchor.x);
         place.arrow = Math.max(20, Math.min(parent.width / 2 - place.x, width - 20));
     }

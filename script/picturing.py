@@ -22,7 +22,6 @@ CARD_WIDTH = 380
 DRAWER = (CARD[0] + CARD_WIDTH + 10, CARD[1], 900, 580)
 FRAME = 36  # around the windows; most of their shadow is in it
 ACCENT = (0x7A, 0x5A, 0xF8)
-SUCCESS = (0x2F, 0xB6, 0x7A)
 BUTTON = (190, 237)  # the middle of the round button, from the card's top left corner
 BESIDE_SYMBOL = (190 - 26, 237)
 OLDER = ("article", "receipt", "letter")

@@ -9,6 +9,7 @@ DialogWindow {
     property var lines: []
 
     title: qsTr("About VELMOR")
+    contentWidth: 390
 
     Image {
         anchors.horizontalCenter: parent.horizontalCenter

@@ -7,6 +7,7 @@ Window {
     id: dialog
 
     default property alias content: column.data
+    property alias contentWidth: column.width
     readonly property int padding: 24
 
     flags: Qt.Dialog
