@@ -54,9 +54,10 @@ Item {
             }
         }
 
-        // Above what follows, as its popover and bubble are.
+        // Above what follows: the round button's shadow would tint the bubble.
         PresetControl {
             objectName: "presetControl"
+            z: 1
             width: parent.width
             base: base
         }
