@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Velmor.Controls
 
 // How this copy is updated, on a desktop whose software centre can't be asked.
@@ -23,8 +24,13 @@ DialogWindow {
     }
 
     // The commands in it can be copied.
-    TextEdit {
+    T.TextArea {
+        id: adviceText
+
+        readonly property bool visualFocus: activeFocus && (focusReason === Qt.TabFocusReason || focusReason === Qt.BacktabFocusReason)
+
         width: parent.width
+        implicitHeight: contentHeight + topPadding + bottomPadding
         bottomPadding: 12
         readOnly: true
         selectByMouse: true
@@ -37,6 +43,12 @@ DialogWindow {
         selectionColor: Theme.accent
         Accessible.role: Accessible.StaticText
         Accessible.name: text
+
+        FocusRing {
+            anchors.bottomMargin: adviceText.bottomPadding - gap
+            shown: adviceText.visualFocus
+            parentRadius: 4
+        }
     }
 
     PillButton {
