@@ -9,7 +9,7 @@ DialogWindow {
     property var lines: []
 
     title: qsTr("About VELMOR")
-    contentWidth: 390
+    contentWidth: 420
 
     Image {
         anchors.horizontalCenter: parent.horizontalCenter
