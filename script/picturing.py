@@ -1,7 +1,7 @@
 """Makes the pictures of the README from the real windows, on a screen in memory.
 
-Called by script/screenshots. The window is driven as a user would drive it, with the sample pages in
-a feeder.
+Called by script/screenshots. The window is driven as a user would drive it, with the sample pages
+in a feeder.
 """
 import argparse
 import os
@@ -51,8 +51,8 @@ class Session:
         """A few that are in the folder already, with the names that a user gave them."""
         for name in OLDER:
             self.fill_feeder([sheet for sheet in SHEETS if sheet.startswith(name)])
-            told = subprocess.run([self.programs / "velmor", "scan", "--folder", self.scans],
-                                  env=self.environment, check=True, text=True,
+            command = [self.programs / "velmor", "scan", "--no-ocr", "--folder", self.scans]
+            told = subprocess.run(command, env=self.environment, check=True, text=True,
                                   stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
             made = Path(told.stdout.strip())
             raw = made.parent / ".velmor_raw"
