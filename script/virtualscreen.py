@@ -34,9 +34,11 @@ def private_environment(home):
     environment = dict(os.environ, LC_ALL="C.UTF-8", TZ="UTC")
     for name in ("HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"):
         environment[name] = str(home)
-    for name in ("WAYLAND_DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_CURRENT_DESKTOP",
-                 "QT_QPA_PLATFORM", "QT_QUICK_BACKEND", "QT_SCALE_FACTOR", "VELMOR_ENGINE"):
+    for name in ("WAYLAND_DISPLAY", "XDG_CURRENT_DESKTOP", "QT_QPA_PLATFORM", "QT_QUICK_BACKEND",
+                 "QT_SCALE_FACTOR", "VELMOR_ENGINE"):
         environment.pop(name, None)
+    # Without a word about it a bus would be started, and stay.
+    environment["DBUS_SESSION_BUS_ADDRESS"] = "disabled:"
     return environment
 
 
