@@ -1,6 +1,7 @@
 #include "browser/GalleryPanel.h"
 
 #include "browser/DrawerPlacement.h"
+#include "controls/Motion.h"
 
 #include <QGuiApplication>
 #include <QQmlContext>
@@ -38,6 +39,12 @@ QRect usableScreen(const QWindow &window)
 {
     const bool placeKnown = !QGuiApplication::platformName().startsWith(u"wayland");
     return placeKnown && window.screen() ? window.screen()->availableGeometry() : QRect();
+}
+
+bool isMotionReduced(const GalleryPanel &panel)
+{
+    const Motion *motion = Motion::of(*qmlEngine(&panel));
+    return motion && motion->isReduced();
 }
 
 } // namespace
@@ -128,7 +135,7 @@ void GalleryPanel::position(CardWindow &parent)
                     usableScreen(parent).marginsRemoved(shadow));
     m_child->setCardSize(placement.drawer.size());
     m_child->setPlace(placement.drawer.topLeft());
-    m_attachment->keepOffset(placement.drawer.topLeft() - placement.parent);
+    m_attachment->keepOffset(placement.parent, placement.drawer.topLeft());
     if (placement.parent != parent.cardGeometry().topLeft())
         parent.setCardPosition(placement.parent);
 }
@@ -138,7 +145,7 @@ void GalleryPanel::animateIn()
     m_animation.stop();
     const bool fresh = !m_child->isVisible();
     m_presenceBefore = fresh ? 0 : m_child->presence();
-    m_slideBefore = fresh ? -slideIn : m_child->slide();
+    m_slideBefore = !fresh ? m_child->slide() : isMotionReduced(*this) ? 0 : -slideIn;
     step(0);
     m_child->show();
     m_attachment->activateChild();

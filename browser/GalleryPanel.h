@@ -15,7 +15,8 @@ namespace velmor {
 ///
 /// The item itself is empty. The drawer's window is made when it is first needed and kept, so that
 /// the screen in it keeps its state from one opening to the next. It fades in while it slides in
-/// from the left, and fades out in its place; what was opened again while it faded out stays.
+/// from the left, or only fades in with reduced motion, and fades out in its place; what was opened
+/// again while it faded out stays.
 /// `isPresented` goes both ways: the user can close the drawer from within. Without a window to
 /// attach to, an opening waits for one, which must be a `CardWindow`. Main thread.
 class GalleryPanel : public QQuickItem {

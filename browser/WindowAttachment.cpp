@@ -37,9 +37,16 @@ WindowAttachment::WindowAttachment(CardWindow &parent, GalleryWindow &child)
     connect(&child, &CardWindow::dragged, this, &WindowAttachment::adopt);
 }
 
+void WindowAttachment::keepOffset(const QPoint &parent, const QPoint &drawer)
+{
+    m_followed = parent;
+    m_offset = drawer - parent;
+}
+
 void WindowAttachment::follow()
 {
-    m_child->setPlace(m_parent->cardGeometry().topLeft() + m_offset);
+    m_followed = m_parent->cardGeometry().topLeft();
+    m_child->setPlace(m_followed + m_offset);
 }
 
 /// Window managers let the user move any window; the drawer then keeps its new place.
@@ -52,7 +59,8 @@ void WindowAttachment::noticeMove()
 void WindowAttachment::adopt(const QPoint &topLeft)
 {
     m_child->adoptPlace(topLeft);
-    keepOffset(m_child->place() - m_parent->cardGeometry().topLeft());
+    // The parent may be a step ahead already, one that the drawer has yet to go.
+    keepOffset(m_followed, m_child->place());
 }
 
 void WindowAttachment::activateChild()

@@ -20,8 +20,8 @@ public:
 
     [[nodiscard]] CardWindow *parentWindow() const { return m_parent; }
 
-    /// From the parent's card to the drawer's place, which the drawer keeps from now on.
-    void keepOffset(const QPoint &offset) { m_offset = offset; }
+    /// The drawer's place, with the parent's card at `parent`: it stays so far away from it.
+    void keepOffset(const QPoint &parent, const QPoint &drawer);
     /// Gives the drawer the keyboard, in front of all windows.
     void activateChild();
 
@@ -36,7 +36,8 @@ private:
 
     QPointer<CardWindow> m_parent;
     QPointer<GalleryWindow> m_child;
-    QPoint m_offset;
+    QPoint m_followed; ///< The parent's card, when the drawer went along with it last.
+    QPoint m_offset;   ///< From there to the drawer's place.
 };
 
 } // namespace velmor

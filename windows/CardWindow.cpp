@@ -17,6 +17,9 @@ namespace {
 constexpr int growthAhead = 480;
 /// A card that kept its size this long has stopped growing or shrinking.
 constexpr std::chrono::milliseconds settled{250};
+/// Within this time the window system has moved a window to where it was sent, or as near to it as
+/// its window manager lets it come.
+constexpr std::chrono::milliseconds arrivalTime{500};
 /// A pointer that moved less than this, across and along together, clicks.
 constexpr int clickDistance = 3;
 /// Inside a card without margin nothing but its own edge can be held.
@@ -118,18 +121,19 @@ void CardWindow::setFrame(const QPoint &cardTopLeft, const QSize &size)
     setMinimumSize(size);
     m_usedMargin = margin();
     const QPoint topLeft = cardTopLeft - origin - QPoint(m_usedMargin, m_usedMargin);
-    if (topLeft != position())
-        m_movingTo = topLeft;
+    if (topLeft != position() || !m_arrival.hasExpired())
+        m_arrival.setRemainingTime(arrivalTime);
+    m_sentTo = topLeft;
     setGeometry({topLeft, size});
     updateShape();
 }
 
 bool CardWindow::isOwnMove()
 {
-    if (!m_movingTo)
-        return false;
-    if (*m_movingTo == position())
-        m_movingTo.reset();
+    // Asked for x and for y: it is the same answer for both.
+    if (position() != m_sentTo)
+        return !m_arrival.hasExpired();
+    m_arrival.setRemainingTime(0);
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "windows/Compositing.h"
 
+#include <QDeadlineTimer>
 #include <QQuickWindow>
 #include <QTimer>
 
@@ -54,8 +55,8 @@ public:
     /// The card on the screen.
     [[nodiscard]] QRect cardGeometry() const;
     void setCardPosition(const QPoint &topLeft);
-    /// Asked after each move of the window: whether it is one that this program wanted, or a step
-    /// towards it, and not one by the window manager.
+    /// Asked after each move of the window: whether it is one that this program wanted, a step
+    /// towards it or as near to it as the window manager allows, and not one from outside.
     [[nodiscard]] bool isOwnMove();
 
     /// The card, from the window's top left corner.
@@ -104,8 +105,9 @@ private:
     Compositing m_compositing;
     QTimer m_fitting;
     std::optional<Drag> m_drag;
-    int m_usedMargin = 0;             ///< The one that the window's position counts in.
-    std::optional<QPoint> m_movingTo; ///< Where the window was sent and hasn't arrived.
+    int m_usedMargin = 0;     ///< The one that the window's position counts in.
+    QPoint m_sentTo;          ///< Where this program put the window last.
+    QDeadlineTimer m_arrival; ///< Runs until the window has arrived there, or as near as it comes.
 };
 
 } // namespace velmor
