@@ -4,7 +4,7 @@ import Velmor.Windows
 import Velmor.Browser
 
 // The drawer: a white sheet beside the main window that its edges resize and its ground moves. It
-// is closed where it was opened, in the main window, and with Escape.
+// is closed where it was opened, in the main window, and with Escape or Ctrl+W.
 GalleryWindow {
     id: drawer
 
@@ -16,6 +16,11 @@ GalleryWindow {
     smallestCard.width: 480
     smallestCard.height: 320
     shadowMargin: 48
+
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: drawer.closeAsked()
+    }
 
     Item {
         x: drawer.margin + drawer.drawnSlide

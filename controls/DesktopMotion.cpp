@@ -1,10 +1,11 @@
 #include "controls/DesktopMotion.h"
 
+#include "controls/SessionBus.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QFileInfo>
 #include <QSettings>
 
 namespace velmor {
@@ -21,13 +22,6 @@ constexpr auto enableAnimations = "enable-animations";
 const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString settingsInterface = QStringLiteral("org.freedesktop.portal.Settings");
-
-/// Without this check the bus library may start a bus of its own, and we would wait for it.
-bool hasSessionBus()
-{
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
-}
 
 std::optional<bool> asked(const QString &key, const QVariant &value)
 {
@@ -74,15 +68,18 @@ DesktopMotion::DesktopMotion(QObject *parent) : QObject(parent)
 {
     if (!hasSessionBus())
         return;
-    auto bus = QDBusConnection::sessionBus();
-    bus.connect(portalService, portalPath, settingsInterface, QStringLiteral("SettingChanged"),
-                this, SLOT(settingChanged(QString, QString, QDBusVariant)));
     auto question = QDBusMessage::createMethodCall(portalService, portalPath, settingsInterface,
                                                    QStringLiteral("ReadAll"));
     question << QStringList{QLatin1String(appearance), QLatin1String(gnome)};
-    auto *answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
+    auto *answer =
+        new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(question), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
         answer->deleteLater();
+        // Not before: a connection that is just being made can lose sight of whose signals it
+        // wants.
+        QDBusConnection::sessionBus().connect(portalService, portalPath, settingsInterface,
+                                              QStringLiteral("SettingChanged"), this,
+                                              SLOT(settingChanged(QString, QString, QDBusVariant)));
         const QDBusPendingReply<> reply = *answer;
         if (reply.isError() || reply.reply().arguments().isEmpty())
             return;

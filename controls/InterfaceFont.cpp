@@ -1,7 +1,5 @@
 #include "controls/InterfaceFont.h"
 
-#include <QFontDatabase>
-
 namespace velmor {
 
 namespace {
@@ -24,9 +22,9 @@ bool namedByDesktop(const QString &family)
 
 } // namespace
 
-QFont interfaceFont()
+QFont interfaceFont(const QFont &system)
 {
-    QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+    QFont font = system;
     const auto inter = QStringLiteral("Inter");
     if (!namedByDesktop(font.family()) && QFontDatabase::hasFamily(inter))
         font.setFamily(inter);

@@ -2,14 +2,14 @@ import QtQuick
 import Velmor.Controls
 
 // One choice of the `SegmentTrack` that it lies on.
-StatefulButton {
+ChoiceButton {
     id: segment
 
     required property int index
     required property var modelData
     property SegmentTrack track: null
-    readonly property bool selected: index === track.selectedIndex
 
+    selected: index === track.selectedIndex
     x: track.gap + index * track.step
     y: track.gap
     width: track.step - track.gap
@@ -18,12 +18,10 @@ StatefulButton {
     verticalPadding: track.compact ? 5 : 8
     horizontalPadding: 4
     text: modelData.label
-    color: selected ? "#FFFFFF" : Theme.textSecondary
     font.pointSize: Theme.points(track.compact ? 11.5 : 13)
     font.weight: Font.Medium
     // One stop for Tab: the selected segment, or the first where none is.
     activeFocusOnTab: activeFocus || index === Math.max(0, track.selectedIndex)
-    checkState: selected ? Qt.Checked : Qt.Unchecked
     // Kept when the parent goes, which it does before the segment.
     onParentChanged: {
         if (parent)
@@ -35,6 +33,12 @@ StatefulButton {
     onSelectedChanged: {
         if (selected && index === track.wantedIndex)
             forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    contentItem: SymbolText {
+        text: segment.text
+        font: segment.font
+        color: segment.selected ? "#FFFFFF" : Theme.textSecondary
     }
 
     background: RoundedBox {

@@ -5,12 +5,12 @@ import Velmor.Controls
 // A small pane that belongs to its parent and points at it. Esc and a click elsewhere close it.
 //
 // `edge` is the side of the parent on which it stands: Qt.BottomEdge or Qt.TopEdge. It takes the
-// other side where it has no room, and moves aside to stay within `bounds`, by default the window.
+// other side where it has no room, and moves aside to stay within what its window shows: the item
+// that fills the window or, where the pointer goes through a margin, the card in it.
 T.Popup {
     id: popover
 
     property int edge: Qt.BottomEdge
-    property Item bounds: null
     property color color: "#FFFFFF"
 
     readonly property real arrowHeight: 7
@@ -28,8 +28,16 @@ T.Popup {
         property real arrow: 0
     }
 
+    function shownArea(): Item {
+        const window = (T.Overlay.overlay as Item)?.parent ?? null;
+        let area = parent;
+        while (area && area.parent !== window)
+            area = area.parent;
+        return area === parent ? window : area;
+    }
+
     function settle() {
-        const area = bounds ?? (T.Overlay.overlay as Item);
+        const area = shownArea();
         if (!parent || !area)
             return;
         const anchor = parent.mapToItem(area, 0, 0);

@@ -1,8 +1,8 @@
 import QtQuick
 import Velmor.Controls
 
-// A button that shows a state which its owner keeps: a switch, or one of several choices. A click
-// asks for a change and makes none.
+// A button that shows a state which its owner keeps, such as a switch: a check box for those who
+// don't see it. A click asks for a change and makes none.
 PlainButton {
     id: button
 

@@ -10,7 +10,7 @@ Item {
 
     implicitHeight: Math.max(settings.height, scans.height)
 
-    PlainButton {
+    StatefulButton {
         id: settings
 
         objectName: "settingsButton"
@@ -21,8 +21,7 @@ Item {
         symbolWeight: Font.DemiBold
         color: bar.base.showAdvanced ? Theme.accent : Theme.textSecondary
         hint: qsTr("Settings")
-        Accessible.checkable: true
-        Accessible.checked: bar.base.showAdvanced
+        checkState: bar.base.showAdvanced ? Qt.Checked : Qt.Unchecked
         onClicked: bar.base.toggleAdvanced()
     }
 
@@ -34,7 +33,7 @@ Item {
         text: bar.base.lastError
     }
 
-    PlainButton {
+    StatefulButton {
         id: scans
 
         objectName: "scansButton"
@@ -46,8 +45,7 @@ Item {
         symbolWeight: Font.DemiBold
         color: bar.base.showScans ? Theme.accent : Theme.textSecondary
         hint: qsTr("My scans")
-        Accessible.checkable: true
-        Accessible.checked: bar.base.showScans
+        checkState: bar.base.showScans ? Qt.Checked : Qt.Unchecked
         Accessible.description: bar.base.scanCount === 1 ? qsTr("1 scan") : qsTr("%n scans", "", bar.base.scanCount)
         onClicked: bar.base.toggleScans()
 

@@ -15,7 +15,7 @@ Column {
         title: qsTr("Auto-enhance")
         subtitle: qsTr("Crop · straighten · levels · clean")
 
-        aside: PlainButton {
+        aside: StatefulButton {
             objectName: "fineTune"
             width: 20
             height: 20
@@ -24,8 +24,7 @@ Column {
             color: Theme.textSecondary
             hint: qsTr("Fine-tune the enhance steps")
             rotation: 90 * Math.min(1.2, unfolding.value)
-            Accessible.checkable: true
-            Accessible.checked: steps.panel.showFineTune
+            checkState: steps.panel.showFineTune ? Qt.Checked : Qt.Unchecked
             onClicked: steps.panel.showFineTune = !steps.panel.showFineTune
         }
 

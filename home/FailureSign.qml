@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Velmor.Controls
 
 // The sign that the last scan failed, with the reason as its tool tip. There while `text` is.
-T.Control {
+Item {
     id: sign
 
     property string text
@@ -19,17 +18,17 @@ T.Control {
             reason = text;
     }
 
-    padding: 4
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
+    implicitWidth: icon.width + 8
+    implicitHeight: icon.height + 8
     enabled: shown
     scale: size.value
     opacity: Math.min(1, size.value)
     visible: size.value > 0.001
+    // The pointer doesn't give it the focus, so the ring needs no other condition.
+    activeFocusOnTab: true
     Accessible.role: Accessible.AlertMessage
     Accessible.name: reason
+    Accessible.focusable: true
 
     Spring {
         id: size
@@ -39,7 +38,10 @@ T.Control {
         damping: 0.75
     }
 
-    contentItem: Icon {
+    Icon {
+        id: icon
+
+        anchors.centerIn: parent
         name: "warning"
         size: 14
         weight: Font.DemiBold
@@ -47,11 +49,15 @@ T.Control {
     }
 
     FocusRing {
-        shown: sign.visualFocus
+        shown: sign.activeFocus
+    }
+
+    HoverHandler {
+        id: pointer
     }
 
     Hint {
         text: sign.reason
-        visible: sign.shown && (sign.hovered || sign.visualFocus)
+        visible: sign.shown && (pointer.hovered || sign.activeFocus)
     }
 }

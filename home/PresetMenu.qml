@@ -39,7 +39,7 @@ Popover {
 
     contentItem: Flickable {
         implicitWidth: Math.max(190 - 2 * menu.padding, column.implicitWidth)
-        implicitHeight: Math.min(column.implicitHeight, 236)
+        implicitHeight: Math.min(column.implicitHeight, 190)
         contentHeight: column.height
         clip: contentHeight > height
         boundsBehavior: Flickable.StopAtBounds
@@ -48,6 +48,8 @@ Popover {
         ColumnLayout {
             id: column
 
+            Accessible.role: Accessible.Grouping
+            Accessible.name: qsTr("Presets")
             width: parent.width
             spacing: 2
 

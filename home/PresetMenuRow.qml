@@ -7,11 +7,10 @@ import Velmor.Controls
 
 // One preset in the menu. The button that deletes it shows while the pointer is on the row, or the
 // keyboard's focus.
-StatefulButton {
+ChoiceButton {
     id: row
 
     required property string name
-    property bool selected: false
 
     signal chosen
     signal deleteRequested(bool byKeyboard)
@@ -24,7 +23,6 @@ StatefulButton {
     verticalPadding: 7
     radius: 9
     text: name
-    checkState: selected ? Qt.Checked : Qt.Unchecked
     onClicked: chosen()
     Keys.onDeletePressed: deleteRequested(true)
     Keys.onDownPressed: nextItemInFocusChain(true).nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)

@@ -298,6 +298,13 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
+    <name>PresetMenu</name>
+    <message>
+        <source>Presets</source>
+        <translation>Vorlagen</translation>
+    </message>
+</context>
+<context>
     <name>PresetMenuRow</name>
     <message>
         <source>Delete preset</source>
