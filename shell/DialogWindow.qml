@@ -2,7 +2,7 @@ import QtQuick
 import Velmor.Controls
 
 // A plain window of the application that says something: as large as that is, and closed with its
-// button, with Escape or by the desktop.
+// button, with Escape, Ctrl+W or by the desktop.
 Window {
     id: dialog
 
@@ -18,6 +18,11 @@ Window {
     maximumWidth: width
     minimumHeight: height
     maximumHeight: height
+
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: dialog.close()
+    }
 
     FocusScope {
         anchors.fill: parent

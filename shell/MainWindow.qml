@@ -86,7 +86,18 @@ KeyableMainWindow {
 
     Shortcut {
         sequences: ["Menu", "Shift+F10"]
-        onActivated: menu.popup(16, 40)
+        onActivated: menu.popup(16, 40, menu.itemAt(0))
+    }
+
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: window.application.quit()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+M"
+        context: Qt.ApplicationShortcut
+        onActivated: window.showMinimized()
     }
 
     Shortcut {

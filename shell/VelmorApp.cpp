@@ -7,6 +7,7 @@
 #include "i18n/Translations.h"
 #include "shell/AppDelegate.h"
 #include "shell/AppInfo.h"
+#include "shell/FolderPortal.h"
 
 #include <QGuiApplication>
 #include <QIcon>
@@ -60,7 +61,11 @@ std::unique_ptr<QGuiApplication> makeApplication(int &argc, char **argv)
     QQuickWindow::setDefaultAlphaBuffer(true);
     QGuiApplication::setDesktopFileName(AppInfo::applicationId);
     const QtMessageHandler handler = qInstallMessageHandler(reportNoDisplay);
-    auto application = std::make_unique<QGuiApplication>(argc, argv);
+    std::unique_ptr<QGuiApplication> application;
+    {
+        const FolderPortalChoice dialogs;
+        application = std::make_unique<QGuiApplication>(argc, argv);
+    }
     qInstallMessageHandler(handler);
 
     QCoreApplication::setApplicationName(QStringLiteral("Velmor"));
