@@ -181,16 +181,5 @@ TEST_F(GalleryPanelTest, TheUserClosesItFromWithinAndByTheDesktop)
     EXPECT_TRUE(panel->child()->isVisible());
 }
 
-TEST_F(GalleryPanelTest, RepeatedRequestsChangeNothing)
-{
-    attach();
-    open();
-    panel->setPresented(true);
-    EXPECT_TRUE(fullyOpen());
-    close();
-    panel->setPresented(false);
-    EXPECT_FALSE(panel->child()->isVisible());
-}
-
 } // namespace
 } // namespace velmor

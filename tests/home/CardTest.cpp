@@ -185,6 +185,7 @@ TEST_F(CardTest, ThePointerPreviewsATabWithoutChoosingIt)
     hover("brandRow");
     EXPECT_TRUE(fadesTo("settingsBubble", 0));
     EXPECT_EQ(model->selectedPreset(), DocumentType::document);
+    EXPECT_EQ(model->settings().colorMode, ColorMode::grayscale);
 }
 
 TEST_F(CardTest, AChipLeadsToAllSettings)
@@ -274,6 +275,7 @@ TEST_F(CardTest, TheScanAreaHasThreeStates)
     settle();
     EXPECT_FALSE(item("stopButton"));
     EXPECT_NEAR(place("success").width(), 84, 1);
+    EXPECT_EQ(item("success")->property("text").toString(), u"1 page") << "no plural";
     EXPECT_EQ(item("scanCount")->property("text").toString(), u"1");
 }
 
