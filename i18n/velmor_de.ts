@@ -230,6 +230,37 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
+    <name>FindBar</name>
+    <message>
+        <source>Find</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Find in document</source>
+        <translation>Im Dokument suchen</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>Previous match</source>
+        <translation>Vorheriger Treffer</translation>
+    </message>
+    <message>
+        <source>Next match</source>
+        <translation>Nächster Treffer</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>About VELMOR</source>
@@ -281,6 +312,13 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message>
         <source>High</source>
         <translation>Hoch</translation>
+    </message>
+</context>
+<context>
+    <name>PDFKitView</name>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>Seite %1 von %2</translation>
     </message>
 </context>
 <context>

@@ -33,7 +33,7 @@ QFuture<std::invoke_result_t<Work>> runIn(QThreadPool &pool, int priority, Work 
 }
 
 /// Gives the answer to `receive`, on the thread of `context` and from its event loop, unless
-/// `context` is gone by then.
+/// `context` is gone by then or the task has been dropped from its pool.
 template <typename Answer, typename Receive>
 void whenAnswered(QObject *context, const QFuture<Answer> &future, Receive receive)
 {
@@ -41,7 +41,8 @@ void whenAnswered(QObject *context, const QFuture<Answer> &future, Receive recei
     QObject::connect(watcher, &QFutureWatcherBase::finished, context,
                      [watcher, receive = std::move(receive)] {
                          watcher->deleteLater();
-                         receive(watcher->result());
+                         if (watcher->future().resultCount() > 0)
+                             receive(watcher->result());
                      });
     watcher->setFuture(future);
 }

@@ -27,7 +27,7 @@ void DocumentViewport::setPages(const QList<PageSheet> &pages)
 {
     m_pages = pages;
     m_tops.clear();
-    m_contentSize = {};
+    m_contentSize = QSizeF(0, 0);
     for (const PageSheet &page : pages) {
         if (!m_tops.isEmpty())
             m_contentSize.rheight() += pageGap;
@@ -75,13 +75,12 @@ QPointF DocumentViewport::limited(QPointF topLeft) const
 
 void DocumentViewport::reveal(int page, const QRectF &box)
 {
-    const double room = 40 / m_scale;
     const QRectF target = box.translated(pageRect(page).topLeft());
     const QRectF view = visible();
-    const auto along = [room](double start, double shown, double from, double to) {
+    const auto along = [](double start, double shown, double from, double to) {
         if (from >= start && to <= start + shown)
             return start;
-        const double margin = std::min(room, std::max(0.0, (shown - (to - from)) / 2));
+        const double margin = std::clamp((shown - (to - from)) / 2, 0.0, shown / 4);
         return revealingStart(start, shown, from - margin, to + margin);
     };
     scrollTo({along(view.left(), view.width(), target.left(), target.right()),

@@ -50,7 +50,7 @@ public:
     /// column's ends allow.
     void scrollTo(QPointF topLeft);
 
-    /// Moves no more than needed to show `box` of a page, with some room around it.
+    /// Moves no more than needed to show `box` of a page away from the edges of the view.
     void reveal(int page, const QRectF &box);
 
     /// The size of the whole column, in points.
@@ -84,8 +84,8 @@ private:
 
     QList<PageSheet> m_pages;
     QList<double> m_tops; ///< In document space, one for each page.
-    QSizeF m_contentSize;
-    QSizeF m_viewSize;
+    QSizeF m_contentSize{0, 0};
+    QSizeF m_viewSize{0, 0};
     double m_scale = 1;
     QPointF m_topLeft; ///< Of the view, in document space.
 };

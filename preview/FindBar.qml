@@ -8,6 +8,9 @@ FocusScope {
 
     required property TextSearch search
 
+    // The most room there is.
+    property real maximumWidth: 400
+
     // Escape or the last button.
     signal closed
 
@@ -51,7 +54,7 @@ FocusScope {
         TextBox {
             id: field
 
-            width: Math.max(60, Math.min(180, bar.width - buttons.width - places.width - 16))
+            width: Math.max(60, Math.min(180, bar.maximumWidth - buttons.width - places.width - 16))
             focus: true
             placeholderText: qsTr("Find in document")
             onTextChanged: if (bar.visible)

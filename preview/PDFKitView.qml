@@ -1,6 +1,8 @@
 import QtQuick
-import Velmor.Controls
 import Velmor.Preview
+
+// The standard keys are unknown to qmllint of Qt 6.4.
+// qmllint disable unqualified
 
 // The live preview of one document: all its pages in one column, fitted to the width until the user
 // zooms. A new `revision` shows the file anew, from its top. A file that can't be opened leaves it
@@ -62,7 +64,7 @@ FocusScope {
         anchors.top: parent.top
         anchors.right: parent.right
         anchors.margins: 8
-        width: Math.min(implicitWidth, parent.width - 16)
+        maximumWidth: parent.width - 16
         search: pages.search
         visible: false
         onClosed: {

@@ -39,6 +39,8 @@ public:
 
     /// Null while there is none.
     [[nodiscard]] const PreviewDocument *document() const;
+    /// Whether a file is being read.
+    [[nodiscard]] bool isLoading() const { return m_wish != nullptr; }
     /// Its file's name; empty while there is none.
     [[nodiscard]] QString documentName() const;
     [[nodiscard]] int pageCount() const;

@@ -3,6 +3,8 @@
 #include "pipeline/PageRaster.h"
 #include "preview/Background.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace velmor {
@@ -17,6 +19,8 @@ constexpr double longestSheetSide = 1e6;
 constexpr qsizetype mostTexts = 5'000;
 
 /// The thread that works on opened documents, which serve one thread at a time.
+QThreadPool &documentThread();
+
 QThreadPool &documentThread()
 {
     struct Pool : QThreadPool {
@@ -24,6 +28,11 @@ QThreadPool &documentThread()
         {
             setMaxThreadCount(1);
             setExpiryTimeout(-1);
+            // The renderer's library doesn't survive the end of the program while at work.
+            qAddPostRoutine([] {
+                documentThread().clear();
+                documentThread().waitForDone();
+            });
         }
     };
     static Pool pool;
