@@ -2,6 +2,7 @@
 
 #include "bench/SamplePage.h"
 #include "pipeline/PageRaster.h"
+#include "preview/PictureRequest.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -108,6 +109,26 @@ void thumbnail(benchmark::State &state)
     }
 }
 
+/// All that a preview of 700 by 800 pixels draws of a page, at so many times the fitted scale.
+void previewPage(benchmark::State &state)
+{
+    const PdfPage &page = bench::samplePdfPage();
+    const PageSheet sheet{page.cropBox(), page.rotation()};
+    DocumentViewport viewport;
+    viewport.setViewSize({700, 800});
+    viewport.setPages({sheet});
+    viewport.setScale(viewport.fitScale() * static_cast<double>(state.range(0)), {350, 400});
+    for (auto _ : state) {
+        for (const PictureRequest &request : neededPictures(viewport, 1)) {
+            const QRectF part = sheet.toPageSpace().mapRect(request.area(sheet.size()));
+            auto picture = PageRaster::render(page, part, request.pixels.size());
+            if (!picture)
+                state.SkipWithError("the page wasn't rendered");
+            benchmark::DoNotOptimize(picture);
+        }
+    }
+}
+
 void makePage(benchmark::State &state)
 {
     const auto image = jpegImage(bench::samplePage(), 0.85);
@@ -131,5 +152,6 @@ void makePage(benchmark::State &state)
 
 BENCHMARK(makePage)->Unit(benchmark::kMillisecond);
 BENCHMARK(thumbnail)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(previewPage)->Arg(1)->Arg(4)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(copyPages)->Arg(1)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(rotatePages)->Arg(1)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();

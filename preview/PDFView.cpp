@@ -80,7 +80,7 @@ void PDFView::show(const std::shared_ptr<PreviewDocument> &document)
     m_drag = Drag::none;
     m_dragScroll.stop();
     m_hoveredPage = -1;
-    m_hoveredText.clear();
+    m_hoveredText.reset();
     m_shown = document;
     m_pictures.setDocument(document);
     m_selection.setDocument(document);

@@ -18,7 +18,8 @@ namespace velmor {
 /// Pages are drawn in the background for the zoom at hand; until a picture is there, an older one
 /// is shown enlarged or reduced, or blank paper. The wheel and the touchpad scroll, with Ctrl, or
 /// by a pinch, they zoom about the pointer; a drag with the middle button, or with the space key
-/// held, moves the page; the left button selects text. Ctrl+C copies it, Ctrl+A selects all.
+/// held, moves the page. The left button selects text, Ctrl+C copies it, Ctrl+A selects all; on a
+/// page without text the left button moves the page as well.
 class PDFView : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -92,6 +93,7 @@ protected:
     void touchEvent(QTouchEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void keyReleaseEvent(QKeyEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
 
 private:
     enum class Drag { none, selecting, panning };
@@ -110,6 +112,8 @@ private:
     template <typename Change> void move(Change change);
     void stopScrolling();
     void followPointer();
+    /// Whether the page under the pointer is known to be without text.
+    [[nodiscard]] bool isOnBlankPage(QPointF at) const;
     [[nodiscard]] bool scrollByKey(const QKeyEvent &event);
     void showCursor(QPointF at);
 
@@ -128,7 +132,7 @@ private:
     bool m_spaceHeld = false;
     QPointF m_pointer; ///< Where a drag is, in view space.
     int m_hoveredPage = -1;
-    QList<QRectF> m_hoveredText; ///< Of that page.
+    std::optional<QList<QRectF>> m_hoveredText; ///< Where that page has text, once it's known.
 };
 
 } // namespace velmor

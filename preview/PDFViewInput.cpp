@@ -8,6 +8,7 @@
 #include <QNativeGestureEvent>
 #include <QStyleHints>
 
+#include <algorithm>
 #include <cmath>
 
 namespace velmor {
@@ -112,7 +113,8 @@ void PDFView::mousePressEvent(QMouseEvent *event)
     forceActiveFocus(Qt::MouseFocusReason);
     stopScrolling();
     m_pointer = event->position();
-    const bool pans = event->button() == Qt::MiddleButton || m_spaceHeld;
+    const bool pans =
+        event->button() == Qt::MiddleButton || m_spaceHeld || isOnBlankPage(m_pointer);
     m_drag = pans ? Drag::panning : Drag::selecting;
     const auto place = m_viewport.placeAt(m_pointer);
     if (!pans && event->modifiers().testFlag(Qt::ShiftModifier) && place)
@@ -165,8 +167,10 @@ void PDFView::mouseUngrabEvent()
 void PDFView::mouseDoubleClickEvent(QMouseEvent *event)
 {
     const auto place = m_viewport.placeAt(event->position());
-    if (event->button() == Qt::LeftButton && place)
-        m_selection.selectWord(*place);
+    if (event->button() != Qt::LeftButton || !place || m_drag == Drag::panning)
+        return;
+    m_drag = Drag::none; // an unsteady hand would spoil the word
+    m_selection.selectWord(*place);
 }
 
 void PDFView::hoverMoveEvent(QHoverEvent *event)
@@ -177,7 +181,7 @@ void PDFView::hoverMoveEvent(QHoverEvent *event)
     if (!m_shown || !place || place->page == m_hoveredPage)
         return;
     m_hoveredPage = place->page;
-    m_hoveredText.clear();
+    m_hoveredText.reset();
     whenAnswered(
         this, m_shown->text(place->page),
         [this, page = place->page, document = std::weak_ptr(m_shown)](const PageText &text) {
@@ -187,12 +191,18 @@ void PDFView::hoverMoveEvent(QHoverEvent *event)
         });
 }
 
+bool PDFView::isOnBlankPage(QPointF at) const
+{
+    const auto place = m_viewport.placeAt(at);
+    return place && place->page == m_hoveredPage && m_hoveredText && m_hoveredText->isEmpty();
+}
+
 void PDFView::showCursor(QPointF at)
 {
     const auto isOnText = [&] {
         const auto place = m_viewport.placeAt(at);
-        return place && place->page == m_hoveredPage &&
-               std::ranges::any_of(m_hoveredText,
+        return place && place->page == m_hoveredPage && m_hoveredText &&
+               std::ranges::any_of(*m_hoveredText,
                                    [&](const QRectF &box) { return box.contains(place->point); });
     };
     if (m_drag == Drag::panning)
@@ -260,6 +270,13 @@ void PDFView::keyReleaseEvent(QKeyEvent *event)
         event->ignore();
         return;
     }
+    m_spaceHeld = false;
+    showCursor(m_pointer);
+}
+
+void PDFView::focusOutEvent(QFocusEvent *event)
+{
+    QQuickItem::focusOutEvent(event);
     m_spaceHeld = false;
     showCursor(m_pointer);
 }

@@ -241,6 +241,26 @@ TEST_F(PreviewWindow, WheelDragAndKeysMoveThePages)
     QTest::keyRelease(m_window.get(), Qt::Key_Space);
 }
 
+TEST_F(PreviewWindow, APageWithoutTextIsMovedByTheLeftButton)
+{
+    ASSERT_TRUE(show(file({{}, {}})));
+    QTest::mouseMove(m_window.get(), {100, 100});
+    EXPECT_TRUE(waitUntil([this] {
+        drag(Qt::LeftButton, {100, 100}, {100, 60});
+        return m_view->viewport().visible().top() > 0;
+    }));
+    EXPECT_TRUE(m_view->selection().isEmpty());
+}
+
+TEST_F(PreviewWindow, ADoubleClickSelectsAWord)
+{
+    ASSERT_TRUE(show(file({{u"one longword two"_qs}})));
+    QTest::mouseDClick(m_window.get(), Qt::LeftButton, {}, {200, 75});
+    ASSERT_TRUE(waitUntil([this] { return !m_view->selection().isEmpty(); }));
+    QTest::keyClick(m_window.get(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(waitUntil([] { return QGuiApplication::clipboard()->text() == u"longword"_qs; }));
+}
+
 TEST_F(PreviewWindow, SelectedTextIsCopied)
 {
     ASSERT_TRUE(show(file({
