@@ -34,7 +34,7 @@ public:
     [[nodiscard]] static QFuture<std::shared_ptr<PreviewDocument>>
     open(const QUrl &url, const std::weak_ptr<const void> &wish);
 
-    /// Only `open` makes one.
+    /// A document that has been read from `url`.
     PreviewDocument(PdfDocument document, QUrl url);
 
     [[nodiscard]] QUrl documentURL() const { return m_url; }

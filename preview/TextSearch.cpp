@@ -27,6 +27,7 @@ void TextSearch::restart()
     delete m_answers;
     m_answers = new QObject(this);
     m_matches.clear();
+    m_count = 0;
     m_current.reset();
     m_toldCurrent = true;
     m_page = m_shownPage;
@@ -51,18 +52,11 @@ void TextSearch::takePage(const PageText &page)
         m_matches[m_page] = {ranges, {}, false};
     if (!ranges.isEmpty() && !m_current)
         setCurrent({m_page, 0});
+    m_count += static_cast<int>(ranges.size());
     --m_pagesLeft;
     m_page = (m_page + 1) % static_cast<int>(m_document->pages().size());
     Q_EMIT changed();
     searchPage();
-}
-
-int TextSearch::count() const
-{
-    qsizetype count = 0;
-    for (const auto &[page, matches] : m_matches)
-        count += matches.ranges.size();
-    return static_cast<int>(count);
 }
 
 int TextSearch::current() const

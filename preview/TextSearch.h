@@ -35,7 +35,7 @@ public:
     void setText(const QString &text);
 
     /// Places found so far.
-    [[nodiscard]] int count() const;
+    [[nodiscard]] int count() const { return m_count; }
 
     /// The current place's number, from 1; 0 without one.
     [[nodiscard]] int current() const;
@@ -82,6 +82,7 @@ private:
     int m_page = 0; ///< Which is searched now.
     int m_pagesLeft = 0;
     std::map<int, PageMatches> m_matches; ///< By page.
+    int m_count = 0;                      ///< Of all places in `m_matches`.
     std::optional<Match> m_current;
     bool m_toldCurrent = true;
     QObject *m_answers = nullptr; ///< What answers about this search come to.

@@ -241,6 +241,16 @@ TEST_F(PreviewWindow, WheelDragAndKeysMoveThePages)
     QTest::keyRelease(m_window.get(), Qt::Key_Space);
 }
 
+TEST_F(PreviewWindow, TheScrollBarIsDragged)
+{
+    ASSERT_TRUE(show(file(QList<QStringList>(5))));
+    drag(Qt::LeftButton, {396, 5}, {396, 155});
+    EXPECT_NEAR(m_view->visibleShare().y(), 0.5, 0.05);
+    m_view->scrollToShare({0, 0});
+    drag(Qt::LeftButton, {396, 5}, {396, 80});
+    EXPECT_NEAR(m_view->visibleShare().y(), 0.25, 0.05);
+}
+
 TEST_F(PreviewWindow, APageWithoutTextIsMovedByTheLeftButton)
 {
     ASSERT_TRUE(show(file({{}, {}})));
