@@ -9,13 +9,23 @@ Item {
 
     required property ScansBrowser browser
     property bool hasEditor: false
+    // Of the sheet whose right end this lies on.
+    property real cornerRadius: 0
 
     implicitWidth: row.width + deleteTool.width + 22
     implicitHeight: 45
 
-    Rectangle {
+    Item {
         anchors.fill: parent
-        color: Theme.frost
+        clip: true
+
+        RoundedBox {
+            anchors.fill: parent
+            anchors.leftMargin: -radius
+            anchors.bottomMargin: -radius
+            radius: bar.cornerRadius
+            color: Theme.frost
+        }
     }
 
     Row {

@@ -13,8 +13,8 @@ GalleryWindow {
     cardWidth: 900
     cardHeight: 580
     cardRadius: 10
-    smallestCard.width: 480
-    smallestCard.height: 320
+    smallestCard.width: 620
+    smallestCard.height: 440
     shadowMargin: 48
 
     Shortcut {

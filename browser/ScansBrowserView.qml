@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import Velmor.Controls
 import Velmor.Preview
 import Velmor.Browser
@@ -10,6 +11,11 @@ Item {
     id: view
 
     required property ScansBrowser browser
+    // Of the sheet that this lies on.
+    readonly property real cornerRadius: {
+        const drawer = view.Window.window as GalleryWindow;
+        return drawer && drawer.composited ? drawer.cardRadius : 0;
+    }
     // Makes the page editor for what the browser says is to be edited.
     property Component editor: null
 
@@ -46,6 +52,7 @@ Item {
             T.SplitView.preferredWidth: 364
             T.SplitView.maximumWidth: view.width - 361
             browser: view.browser
+            cornerRadius: view.cornerRadius
         }
 
         Item {
@@ -53,8 +60,11 @@ Item {
             T.SplitView.fillWidth: true
             clip: true
 
-            Rectangle {
+            // Beyond the left edge, as only the sheet's own corners are round.
+            RoundedBox {
                 anchors.fill: parent
+                anchors.leftMargin: -radius
+                radius: view.cornerRadius
                 color: Theme.track
             }
 
@@ -66,6 +76,7 @@ Item {
                     id: toolBar
 
                     width: parent.width
+                    cornerRadius: view.cornerRadius
                     browser: view.browser
                     hasEditor: view.editor !== null
                 }

@@ -12,6 +12,8 @@ Item {
     readonly property int columns: Math.max(1, Math.floor((list.width + gap) / (browser.thumbSize + gap)))
     readonly property real columnWidth: Math.min(browser.thumbSize + 60, (list.width - (columns - 1) * gap) / columns)
     readonly property int gap: 16
+    // Of the sheet whose left end this lies on.
+    property real cornerRadius: 0
     // The scan that the keyboard acts on.
     property int current: 0
 
@@ -20,8 +22,12 @@ Item {
         list.positionViewAtIndex(Math.floor(current / columns), ListView.Contain);
     }
 
-    Rectangle {
+    clip: true
+
+    RoundedBox {
         anchors.fill: parent
+        anchors.rightMargin: -radius
+        radius: grid.cornerRadius
         color: Qt.alpha(Theme.track, 0.55)
     }
 

@@ -188,6 +188,49 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
+    <name>BrowserToolBar</name>
+    <message>
+        <source>Rotate</source>
+        <translation>Drehen</translation>
+    </message>
+    <message>
+        <source>Crop</source>
+        <translation>Zuschneiden</translation>
+    </message>
+    <message>
+        <source>Magic</source>
+        <translation>Zauber</translation>
+    </message>
+    <message>
+        <source>Repeat</source>
+        <translation>Wiederholen</translation>
+    </message>
+    <message>
+        <source>Apply saved magic to selection</source>
+        <translation>Gespeicherten Zauber auf die Auswahl anwenden</translation>
+    </message>
+    <message>
+        <source>Merge</source>
+        <translation>Zusammenfügen</translation>
+    </message>
+    <message>
+        <source>Split</source>
+        <translation>Teilen</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Ctrl+Z</source>
+        <translation>Strg+Z</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+</context>
+<context>
     <name>DrawerWindow</name>
     <message>
         <source>My scans</source>
@@ -395,13 +438,20 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         <source>No scans yet</source>
         <translation>Noch keine Scans</translation>
     </message>
+</context>
+<context>
+    <name>ScansGrid</name>
     <message>
         <source>My scans</source>
         <translation>Meine Scans</translation>
     </message>
     <message>
-        <source>%1, %2</source>
-        <translation>%1, %2</translation>
+        <source>Thumbnail size</source>
+        <translation>Größe der Vorschaubilder</translation>
+    </message>
+    <message>
+        <source>%1 scans</source>
+        <translation>%1 Scans</translation>
     </message>
 </context>
 <context>
