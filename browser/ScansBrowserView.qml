@@ -98,6 +98,8 @@ Item {
                     y: toolBar.height + (parent.height - toolBar.height - height) / 2
                     visible: view.browser.previewURL.toString() === ""
                     text: qsTr("No scans yet")
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                     font.family: Theme.fontFamily
                     font.pixelSize: 13
                     color: Theme.textSecondary

@@ -23,7 +23,7 @@ protected:
         parent.show();
 
         QQmlComponent component(&engine);
-        component.setData("import QtQuick\nimport Velmor.Browser\n"
+        component.setData("import QtQuick\nimport Velmor.Browser\nimport Velmor.Controls\n"
                           "GalleryPanel { Item { objectName: 'content'; property int clicks } }",
                           {});
         panel.reset(qobject_cast<GalleryPanel *>(component.create()));
@@ -36,12 +36,14 @@ protected:
     {
         return panel->child()->presence() == 1 && panel->child()->slide() == 0;
     }
-    /// What the screen leaves the drawer beside its window, the shadows taken off.
-    [[nodiscard]] int widthBeside() const
+    /// What the screen leaves the drawer beside its window, the shadows taken off; all of it where
+    /// that is too little.
+    [[nodiscard]] int roomForDrawer() const
     {
         const int screen =
             parent.screen()->availableGeometry().width() - 2 * panel->child()->margin();
-        return std::min(900, screen - parent.cardWidth() - drawerGap);
+        const int beside = screen - parent.cardWidth() - drawerGap;
+        return std::min(900, beside < panel->child()->smallestCard().width() ? screen : beside);
     }
     void open()
     {
@@ -67,7 +69,7 @@ TEST_F(GalleryPanelTest, OpensBesideItsWindowSlidingAndFadingIn)
     ASSERT_TRUE(panel->child());
     EXPECT_TRUE(panel->shown());
     EXPECT_TRUE(panel->child()->isVisible());
-    EXPECT_EQ(panel->child()->cardSize(), QSize(widthBeside(), 580));
+    EXPECT_EQ(panel->child()->cardSize(), QSize(roomForDrawer(), 580));
     EXPECT_EQ(panel->child()->presence(), 0);
     EXPECT_EQ(panel->child()->slide(), -14);
     EXPECT_EQ(panel->child()->transientParent(), &parent);

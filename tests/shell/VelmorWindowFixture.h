@@ -88,8 +88,8 @@ protected:
     bool drawerIsAt(const QPoint &topLeft) const
     {
         const QImage shown = screen.picture();
-        // Past the rounded corner, and just outside of the left edge.
-        return shown.pixelColor(topLeft + QPoint(0, 20)) == Qt::white &&
+        // Past the rounded corner, on the light ground of the scans, and just outside of it.
+        return shown.pixelColor(topLeft + QPoint(0, 20)).lightness() > 240 &&
                shown.pixelColor(topLeft + QPoint(-1, 20)) == Qt::black;
     }
 
