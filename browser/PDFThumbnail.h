@@ -21,6 +21,7 @@ class PDFThumbnail : public velmor::PictureItem {
     Q_PROPERTY(velmor::ThumbnailStore *store MEMBER m_store NOTIFY placed)
     Q_PROPERTY(int place MEMBER m_place NOTIFY placed)
     Q_PROPERTY(QUrl url READ url NOTIFY changed)
+    Q_PROPERTY(bool isThere READ isThere NOTIFY changed)
     Q_PROPERTY(QString name READ name NOTIFY changed)
     Q_PROPERTY(bool selected READ isSelected NOTIFY changed)
     Q_PROPERTY(qreal ratio READ ratio NOTIFY imageChanged)
@@ -33,6 +34,7 @@ public:
     void setBrowser(ScansBrowser *browser);
     /// Empty for a place behind the last scan.
     [[nodiscard]] QUrl url() const { return m_url; }
+    [[nodiscard]] bool isThere() const { return !m_url.isEmpty(); }
     [[nodiscard]] QString name() const;
     [[nodiscard]] bool isSelected() const { return m_selected; }
     [[nodiscard]] qreal ratio() const { return m_thumbnail.ratio; }

@@ -17,7 +17,7 @@ Item {
 
     width: browser.thumbSize
     height: Math.round(width * thumbnail.ratio)
-    visible: scan.toString() !== ""
+    visible: thumbnail.isThere
 
     Accessible.role: Accessible.ListItem
     Accessible.name: thumbnail.name
@@ -81,20 +81,23 @@ Item {
         id: pointer
 
         // A cell that the pointer leaves by scrolling or vanishing tells that, too.
+        property bool isEntered: false
         property url entered
 
         onHoveredChanged: hovered ? enter() : leave()
         Component.onDestruction: leave()
 
         function enter() {
+            isEntered = cell.visible;
             entered = cell.scan;
-            cell.browser.enter(entered);
+            if (isEntered)
+                cell.browser.enter(entered);
         }
 
         function leave() {
-            if (entered.toString() !== "")
+            if (isEntered)
                 cell.browser.leave(entered);
-            entered = "";
+            isEntered = false;
         }
     }
 

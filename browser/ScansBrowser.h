@@ -30,6 +30,7 @@ class ScansBrowser : public QObject {
     Q_PROPERTY(velmor::AppModel *model READ model WRITE setModel NOTIFY modelChanged)
     Q_PROPERTY(int count READ count NOTIFY resultsChanged)
     Q_PROPERTY(QUrl previewURL READ previewUrlOrNone NOTIFY previewChanged)
+    Q_PROPERTY(bool hasPreview READ hasPreview NOTIFY previewChanged)
     Q_PROPERTY(int previewRevision READ previewRevision NOTIFY previewChanged)
     Q_PROPERTY(bool canUndo READ canUndo NOTIFY previewChanged)
     Q_PROPERTY(bool hasMagicPreset READ hasMagicPreset NOTIFY magicPresetChanged)
@@ -134,6 +135,7 @@ private:
 
     [[nodiscard]] static Stamp stampOf(const QUrl &url);
     [[nodiscard]] int count() const;
+    [[nodiscard]] bool hasPreview() const { return previewURL().has_value(); }
     [[nodiscard]] QUrl previewUrlOrNone() const { return previewURL().value_or(QUrl()); }
     [[nodiscard]] QUrl editorUrlOrNone() const { return m_editorURL.value_or(QUrl()); }
     [[nodiscard]] int previewRevision() const { return rev(previewUrlOrNone()); }

@@ -38,7 +38,7 @@ Item {
             containmentMask: Item {
                 x: -4
                 width: 9
-                height: view.height
+                height: 10000
             }
 
             Rectangle {
@@ -87,7 +87,7 @@ Item {
                     anchors.left: parent.left
                     anchors.right: parent.right
                     anchors.margins: 14
-                    visible: view.browser.count > 0 || url.toString() !== ""
+                    visible: view.browser.hasPreview
                     url: view.browser.previewURL
                     revision: view.browser.previewRevision
                     box: view.browser.pdfViewBox
@@ -96,7 +96,7 @@ Item {
                 Text {
                     anchors.horizontalCenter: parent.horizontalCenter
                     y: toolBar.height + (parent.height - toolBar.height - height) / 2
-                    visible: view.browser.previewURL.toString() === ""
+                    visible: !view.browser.hasPreview
                     text: qsTr("No scans yet")
                     Accessible.role: Accessible.StaticText
                     Accessible.name: text

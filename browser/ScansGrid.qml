@@ -2,6 +2,9 @@ import QtQuick
 import Velmor.Controls
 import Velmor.Browser
 
+// Delegates use ids of this file: the pragma that says so is newer than Qt 6.4.
+// qmllint disable unqualified
+
 // The saved scans in columns that fill the width, newest first, over a slider for their size.
 //
 // Arrow keys go from scan to scan, Space marks one like a click, Return opens it.
