@@ -1,5 +1,7 @@
 #include "browser/PDFThumbnail.h"
 
+#include "preview/Background.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -18,7 +20,7 @@ PDFThumbnail::PDFThumbnail(QQuickItem *parent) : PictureItem(parent)
 
 PDFThumbnail::~PDFThumbnail()
 {
-    m_drawing.cancel();
+    drop();
 }
 
 void PDFThumbnail::setBrowser(ScansBrowser *browser)
@@ -72,7 +74,7 @@ void PDFThumbnail::refresh()
 
 void PDFThumbnail::load()
 {
-    m_drawing.cancel();
+    drop();
     m_isLoaded = true;
     if (m_url.isEmpty())
         return;
@@ -80,16 +82,25 @@ void PDFThumbnail::load()
         show(*kept);
         return;
     }
-    m_drawing = m_store->draw(m_url, m_browser->thumbSize());
-    m_drawing.then(this, [this, url = m_url,
+    m_dropped = std::make_shared<std::atomic_bool>(false);
+    const auto receive = [this, dropped = m_dropped, url = m_url,
                           revision = m_revision](const std::optional<Thumbnail> &thumbnail) {
         if (!thumbnail)
             return;
         if (m_store)
             m_store->keep(url, revision, *thumbnail);
-        if (url == m_url && revision == m_revision)
+        if (!*dropped)
             show(*thumbnail);
-    });
+    };
+    whenAnswered(this, m_store->draw(m_url, m_browser->thumbSize(), m_dropped), receive);
+}
+
+/// What comes for another file or an older content isn't shown.
+void PDFThumbnail::drop()
+{
+    if (m_dropped)
+        *m_dropped = true;
+    m_dropped.reset();
 }
 
 void PDFThumbnail::show(const Thumbnail &thumbnail)

@@ -4,7 +4,6 @@
 #include "browser/ThumbnailStore.h"
 #include "controls/PictureItem.h"
 
-#include <QFuture>
 #include <QPointer>
 
 namespace velmor {
@@ -52,6 +51,7 @@ protected:
 private:
     void refresh();
     void load();
+    void drop();
     void show(const Thumbnail &thumbnail);
 
     QPointer<ScansBrowser> m_browser;
@@ -62,7 +62,7 @@ private:
     bool m_selected = false;
     bool m_isLoaded = false; ///< The picture of this file and revision is there or on its way.
     Thumbnail m_thumbnail;
-    QFuture<std::optional<Thumbnail>> m_drawing;
+    ThumbnailStore::Dropped m_dropped; ///< Of the drawing under way, if there is one.
 };
 
 } // namespace velmor

@@ -113,9 +113,9 @@ Item {
                     width: Math.min(noteText.implicitWidth + 16, parent.width - 28)
                     height: noteText.height + 16
                     radius: height / 2
-                    color: "#D9FFFFFF"
+                    color: Qt.alpha(Theme.track, 0.92)
                     lineWidth: 1
-                    lineColor: Qt.rgba(0, 0, 0, 0.06)
+                    lineColor: Qt.rgba(0, 0, 0, 0.08)
 
                     Text {
                         id: noteText

@@ -1,6 +1,6 @@
 #include "browser/ThumbnailStore.h"
 
-#include <QtConcurrent>
+#include "preview/Background.h"
 
 namespace velmor {
 
@@ -37,15 +37,12 @@ void ThumbnailStore::keep(const QUrl &url, int revision, const Thumbnail &thumbn
     m_kept.insert(keyOf(url, revision), new Thumbnail(thumbnail), thumbnail.image.sizeInBytes());
 }
 
-QFuture<std::optional<Thumbnail>> ThumbnailStore::draw(const QUrl &url, double width)
+QFuture<std::optional<Thumbnail>> ThumbnailStore::draw(const QUrl &url, double width,
+                                                       const Dropped &dropped)
 {
-    return QtConcurrent::task([url, width](QPromise<std::optional<Thumbnail>> &promise) {
-               if (!promise.isCanceled())
-                   promise.addResult(renderThumbnail(url, width));
-           })
-        .onThreadPool(m_pool)
-        .withPriority(++m_asked)
-        .spawn();
+    return runIn(m_pool, ++m_asked, [url, width, dropped] {
+        return *dropped ? std::nullopt : renderThumbnail(url, width);
+    });
 }
 
 } // namespace velmor

@@ -9,6 +9,8 @@
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
+#include <atomic>
+#include <memory>
 #include <optional>
 
 namespace velmor {
@@ -30,8 +32,12 @@ public:
     /// The thumbnail of a file's content, if it is kept.
     [[nodiscard]] std::optional<Thumbnail> kept(const QUrl &url, int revision) const;
     void keep(const QUrl &url, int revision, const Thumbnail &thumbnail);
-    /// Draws one. A future that is cancelled before its turn costs nothing.
-    [[nodiscard]] QFuture<std::optional<Thumbnail>> draw(const QUrl &url, double width);
+    /// True once a drawing isn't wanted any more.
+    using Dropped = std::shared_ptr<std::atomic_bool>;
+
+    /// Draws one. If it is dropped before its turn, there is none, and no time goes into it.
+    [[nodiscard]] QFuture<std::optional<Thumbnail>> draw(const QUrl &url, double width,
+                                                         const Dropped &dropped);
 
 private:
     QCache<QString, Thumbnail> m_kept;

@@ -42,7 +42,8 @@ void whenAnswered(QObject *context, const QFuture<Answer> &future, Receive recei
                      [watcher, receive = std::move(receive)] {
                          watcher->deleteLater();
                          if (watcher->future().resultCount() > 0)
-                             receive(watcher->result());
+                             if (watcher->future().resultCount() > 0)
+                                 receive(watcher->result());
                      });
     watcher->setFuture(future);
 }
