@@ -47,18 +47,9 @@ double cornerError(const PageOutline &outline, const QPolygonF &paper, QSize bed
 }
 
 /// How far content lies outside of `outline`, in millimetres.
-double contentCut(const PageOutline &outline, const std::vector<QPointF> &content)
+double contentCut(const PageOutline &outline, const corpus::BedScene &scene)
 {
-    QTransform toPage;
-    toPage.rotate(-outline.angle);
-    toPage.translate(-outline.center.x(), -outline.center.y());
-    double most = 0;
-    for (const QPointF point : content) {
-        const QPointF at = toPage.map(point);
-        most = std::max({most, std::abs(at.x()) - outline.size.width() / 2,
-                         std::abs(at.y()) - outline.size.height() / 2});
-    }
-    return most / pixelsPerMm;
+    return scene.contentBeyond(outline.center, outline.size, outline.angle) / pixelsPerMm;
 }
 
 struct Figures {
@@ -139,7 +130,7 @@ void printGeometryQuality(std::uint64_t seed, int count, const QString &pictures
     for (int i = 0; i < count; ++i) {
         const corpus::SceneCase made = corpus::sceneCase(seed, i, sceneDpi);
         const std::optional<PageOutline> outline = scanengine::findPage(made.scene.image);
-        const double cut = outline ? contentCut(*outline, made.scene.content) : 0;
+        const double cut = outline ? contentCut(*outline, made.scene) : 0;
         const bool isSingle = made.scene.papers.size() == 1;
         const double corner = outline && isSingle ? cornerError(*outline, made.scene.papers[0],
                                                                 made.scene.image.size())

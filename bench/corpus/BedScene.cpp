@@ -156,6 +156,20 @@ void sampleContent(const PlacedSheet &placed, const QTransform &toBed, QSize bed
 
 } // namespace
 
+double BedScene::contentBeyond(QPointF center, QSizeF size, double degrees) const
+{
+    QTransform toPage;
+    toPage.rotate(-degrees);
+    toPage.translate(-center.x(), -center.y());
+    double most = 0;
+    for (const QPointF point : content) {
+        const QPointF at = toPage.map(point);
+        most = std::max(
+            {most, std::abs(at.x()) - size.width() / 2, std::abs(at.y()) - size.height() / 2});
+    }
+    return most;
+}
+
 BedScene renderBed(const Bed &bed, const std::vector<PlacedSheet> &sheets, std::uint64_t seed)
 {
     const double scale = bed.dpi / millimetersPerInch;

@@ -44,6 +44,10 @@ struct BedScene {
     QList<QPolygonF> papers;      ///< Four corners each, clockwise from the sheet's own top left.
     std::vector<QPointF> content; ///< A sample of the pixels that must not be cut, within the bed.
     double angle = 0;             ///< That of the first sheet; degrees clockwise.
+
+    /// How far content lies outside of the rectangle of `size` about `center` that is turned
+    /// clockwise by `degrees`; in pixels, 0 if none does.
+    [[nodiscard]] double contentBeyond(QPointF center, QSizeF size, double degrees) const;
 };
 
 /// `seed` settles grain, noise and dust.

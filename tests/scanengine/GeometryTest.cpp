@@ -48,18 +48,9 @@ AutoSwitches switchesFor(bool crop, bool deskew)
 }
 
 /// How far the farthest content lies outside of `outline`, in millimetres.
-double contentCut(const PageOutline &outline, const std::vector<QPointF> &content)
+double contentCut(const PageOutline &outline, const corpus::BedScene &scene)
 {
-    QTransform toPage;
-    toPage.rotate(-outline.angle);
-    toPage.translate(-outline.center.x(), -outline.center.y());
-    double most = 0;
-    for (const QPointF point : content) {
-        const QPointF at = toPage.map(point);
-        most = std::max({most, std::abs(at.x()) - outline.size.width() / 2,
-                         std::abs(at.y()) - outline.size.height() / 2});
-    }
-    return most / pixelsPerMm;
+    return scene.contentBeyond(outline.center, outline.size, outline.angle) / pixelsPerMm;
 }
 
 TEST(PageOutline, HasThePapersCornersOnEveryLid)
@@ -93,7 +84,7 @@ TEST(PageOutline, HasThePapersCornersOnEveryLid)
                 const QPointF off = page->corners()[i] - scene.papers[0][i];
                 EXPECT_LT(std::hypot(off.x(), off.y()) / pixelsPerMm, 1.0) << "corner " << i;
             }
-            EXPECT_LT(contentCut(*page, scene.content), 0.5);
+            EXPECT_LT(contentCut(*page, scene), 0.5);
         }
     }
 }
@@ -136,7 +127,7 @@ TEST(PageOutline, HoldsAllSheets)
     const auto page = findPage(scene.image);
     ASSERT_TRUE(page);
     EXPECT_EQ(page->sheets, 2);
-    EXPECT_LT(contentCut(*page, scene.content), 0.5);
+    EXPECT_LT(contentCut(*page, scene), 0.5);
     EXPECT_LT(page->size.height(), scene.image.height() * 0.9);
     EXPECT_FALSE(pageSkew(scene.image, page));
 }
@@ -148,7 +139,7 @@ TEST(PageOutline, CutsNoContentOfTheCorpus)
         SCOPED_TRACE(made.name.toStdString());
         const auto page = findPage(made.scene.image);
         if (page) {
-            EXPECT_LT(contentCut(*page, made.scene.content), 0.6);
+            EXPECT_LT(contentCut(*page, made.scene), 0.6);
         }
     }
 }
