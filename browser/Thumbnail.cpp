@@ -1,7 +1,7 @@
 #include "browser/Thumbnail.h"
 
-#include "pipeline/PageRenderer.h"
 #include "pipeline/PdfDocument.h"
+#include "pipeline/Renderer.h"
 
 #include <algorithm>
 
@@ -35,7 +35,7 @@ std::optional<Thumbnail> renderThumbnail(const QUrl &url, double width)
     const std::optional<QByteArray> bytes = page->renderingBytes(page->mediaBox());
     if (!bytes)
         return std::nullopt;
-    std::optional<QImage> image = renderFirstPage(*bytes, size.expandedTo(QSize(1, 1)));
+    std::optional<QImage> image = Renderer::shared().picture(*bytes, size.expandedTo(QSize(1, 1)));
     if (!image)
         return std::nullopt;
     return Thumbnail{*std::move(image), ratio};

@@ -1,7 +1,7 @@
 #include "pipeline/PageRaster.h"
 
-#include "pipeline/PageRenderer.h"
 #include "pipeline/RawStore.h"
+#include "pipeline/Renderer.h"
 
 #include <algorithm>
 #include <array>
@@ -21,7 +21,7 @@ std::optional<QImage> renderAtScale(const PdfPage &page, double scale)
     const auto bytes = page.renderingBytes();
     if (!bytes)
         return std::nullopt;
-    return renderFirstPage(*bytes, pixels);
+    return Renderer::shared().picture(*bytes, pixels);
 }
 
 using LevelsTable = std::array<uchar, 256>;
@@ -80,7 +80,7 @@ std::optional<QImage> render(const PdfPage &page, const QRectF &part, QSize pixe
     const auto bytes = page.renderingBytes(part);
     if (!bytes)
         return std::nullopt;
-    return renderFirstPage(*bytes, pixels);
+    return Renderer::shared().picture(*bytes, pixels);
 }
 
 std::optional<QImage> downscale(const QImage &image, double maxDim)

@@ -1,13 +1,9 @@
 #include "pipeline/PageText.h"
 
 #include "pipeline/PageTurn.h"
-#include "pipeline/RendererThread.h"
-
-#include <QPdfDocument>
-#include <QPdfSelection>
+#include "pipeline/Renderer.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace velmor {
 
@@ -17,45 +13,45 @@ namespace {
 /// point is on goes before those around it, but not before another column's.
 constexpr double lineFaithfulness = 30;
 
-/// From the library's places on a page read at `rotation` to ours on the page as shown. The
-/// library takes the page's height for the upper edge of its box, wherever that is, and leaves x
-/// as it stands.
-QTransform placing(const PdfPage &page, int rotation, QPointF topLeft, const QPdfDocument &document)
-{
-    const QSizeF size = page.cropBox().size();
-    const QTransform toSheet =
-        QTransform::fromTranslate(-topLeft.x(), topLeft.y() - document.pagePointSize(0).height());
-    return toSheet *
-           pageTurn(page.rotation() - rotation, rotation % 180 == 0 ? size : size.transposed());
-}
+/// A page as it is read: by itself, turned to some rotation.
+struct Reading {
+    QByteArray pdf;
+    QTransform placing; ///< From the places in the file's page space to ours on the page as shown.
+};
 
-/// Opens the page in the renderer, read at `rotation`.
-void onPage(const PdfPage &page, int rotation,
-            const std::function<void(QPdfDocument &, const QTransform &)> &work)
+std::optional<Reading> readingAt(const PdfPage &page, int rotation)
 {
     const auto upright = page.uprightBytes(rotation);
     if (!upright)
-        return;
-    onRendererThread(upright->pdf, RendererTurn::questions, [&](QPdfDocument &document) {
-        work(document, placing(page, rotation, upright->topLeft, document));
-    });
+        return std::nullopt;
+    const QSizeF size = page.cropBox().size();
+    const auto toSheet = QTransform::fromTranslate(-upright->topLeft.x(), upright->topLeft.y());
+    return Reading{upright->pdf,
+                   toSheet * pageTurn(page.rotation() - rotation,
+                                      rotation % 180 == 0 ? size : size.transposed())};
 }
 
-TextRuns placed(const QPdfSelection &selection, const QTransform &placing)
+/// Some of the page's text, read at `rotation`.
+std::optional<TextRuns> runs(const PdfPage &page, int rotation, TextRange range)
 {
-    TextRuns runs{selection.text(), {}};
-    for (const QPolygonF &box : selection.bounds())
-        runs.boxes.append(placing.mapRect(box.boundingRect()));
+    const auto reading = readingAt(page, rotation);
+    if (!reading)
+        return std::nullopt;
+    const auto read = Renderer::shared().text({reading->pdf, range.start, range.length});
+    if (!read)
+        return std::nullopt;
+    TextRuns runs{read->text, {}};
+    for (const QRectF &box : read->boxes)
+        runs.boxes.append(reading->placing.mapRect(box));
     return runs;
 }
 
 std::optional<PageText> readAt(const PdfPage &page, int rotation)
 {
-    std::optional<PageText> text;
-    onPage(page, rotation, [&](QPdfDocument &document, const QTransform &placing) {
-        text = PageText{placed(document.getAllText(0), placing), rotation};
-    });
-    return text;
+    const auto all = runs(page, rotation, {0, -1});
+    if (!all)
+        return std::nullopt;
+    return PageText{*all, rotation};
 }
 
 /// Whether the lines run from side to side when the page is read at `text.rotation`.
@@ -99,31 +95,27 @@ std::optional<int> textPositionAt(const PdfPage &page, const PageText &whole, QP
 {
     if (whole.boxes.isEmpty())
         return std::nullopt;
-    std::optional<int> position;
-    onPage(page, whole.rotation, [&](QPdfDocument &document, const QTransform &placing) {
-        const QTransform toLibrary = placing.inverted();
-        QList<QRectF> boxes;
-        for (const QRectF &box : whole.boxes)
-            boxes.append(toLibrary.mapRect(box));
-        const QPointF place = toLibrary.map(point);
-        const QRectF box = nearestBox(boxes, place);
-        // In the middle of the line's height, where no neighbour reaches.
-        const QPointF hit(nearestIn(box, place).x(), box.center().y());
-        const QPointF start(boxes.first().left(), boxes.first().center().y());
-        // What the library tells of a place is the end of the selection from the first character.
-        const QPdfSelection selection = document.getSelection(0, start, hit);
-        position = selection.isValid() ? selection.endIndex() : 0;
-    });
-    return position;
+    const auto reading = readingAt(page, whole.rotation);
+    if (!reading)
+        return std::nullopt;
+    const QTransform toFile = reading->placing.inverted();
+    QList<QRectF> boxes;
+    for (const QRectF &box : whole.boxes)
+        boxes.append(toFile.mapRect(box));
+    const QPointF place = toFile.map(point);
+    const QRectF box = nearestBox(boxes, place);
+    // In the middle of the line's height, where no neighbour reaches.
+    const QPointF hit(nearestIn(box, place).x(), box.center().y());
+    const QPointF start(boxes.first().left(), boxes.first().center().y());
+    const auto found = Renderer::shared().textPosition({reading->pdf, start, hit});
+    if (!found)
+        return std::nullopt;
+    return found->position;
 }
 
 std::optional<TextRuns> partOfText(const PdfPage &page, const PageText &whole, TextRange range)
 {
-    std::optional<TextRuns> text;
-    onPage(page, whole.rotation, [&](QPdfDocument &document, const QTransform &placing) {
-        text = placed(document.getSelectionAtIndex(0, range.start, range.length), placing);
-    });
-    return text;
+    return runs(page, whole.rotation, range);
 }
 
 } // namespace velmor

@@ -12,8 +12,8 @@
 ///
 /// Places are in points from the top left of the page as shown, its crop box and rotation applied.
 /// A place in the text is the number of characters before it, in the order in which the renderer
-/// reads the page. All of this waits its turn on the renderer's thread, ahead of pictures, and is
-/// kept off the main thread; calls take a few milliseconds, and each reads the page anew. Nothing
+/// reads the page. All of this waits its turn at the renderer, ahead of pictures, and is kept
+/// off the main thread; calls take a few milliseconds, and each reads the page anew. Nothing
 /// is the answer for a damaged page.
 namespace velmor {
 

@@ -1,30 +1,17 @@
 #include "pipeline/TextRecognition.h"
 
 #include "pipeline/recognition/PageReader.h"
-
-#include <QCoreApplication>
-#include <QFileInfo>
+#include "pipeline/workers/WorkerProgram.h"
 
 namespace velmor {
 
 namespace {
 
-QString workerProgram()
-{
-    const QString chosen = qEnvironmentVariable("VELMOR_RECOGNIZER");
-    if (!chosen.isEmpty())
-        return chosen;
-    const QString folder = QCoreApplication::applicationDirPath();
-    const QString beside = folder + QStringLiteral("/velmor-recognizer");
-    if (QFileInfo(beside).isExecutable())
-        return beside;
-    return folder + QStringLiteral("/../libexec/velmor/velmor-recognizer");
-}
-
 /// The worker processes are dear to start, so they are shared by all callers.
 PageReader &sharedReader()
 {
-    static PageReader reader({.workerProgram = workerProgram()});
+    static PageReader reader(
+        {.workerProgram = workerProgram(QStringLiteral("velmor-recognizer"), "VELMOR_RECOGNIZER")});
     return reader;
 }
 

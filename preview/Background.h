@@ -42,8 +42,7 @@ void whenAnswered(QObject *context, const QFuture<Answer> &future, Receive recei
                      [watcher, receive = std::move(receive)] {
                          watcher->deleteLater();
                          if (watcher->future().resultCount() > 0)
-                             if (watcher->future().resultCount() > 0)
-                                 receive(watcher->result());
+                             receive(watcher->result());
                      });
     watcher->setFuture(future);
 }

@@ -1,6 +1,7 @@
 #include "preview/PreviewDocument.h"
 
 #include "pipeline/PageRaster.h"
+#include "pipeline/Renderer.h"
 #include "preview/Background.h"
 
 #include <QCoreApplication>
@@ -28,8 +29,9 @@ QThreadPool &documentThread()
         {
             setMaxThreadCount(1);
             setExpiryTimeout(-1);
-            // The renderer's library doesn't survive the end of the program while at work.
+            // Its tasks use what goes with the program; no page holds up the end.
             qAddPostRoutine([] {
+                Renderer::shared().close();
                 documentThread().clear();
                 documentThread().waitForDone();
             });

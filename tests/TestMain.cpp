@@ -1,3 +1,5 @@
+#include "tests/BuiltWorkers.h"
+
 #include <QCoreApplication>
 #include <gmock/gmock.h>
 
@@ -5,6 +7,7 @@
 // the scanners that this computer may have.
 int main(int argc, char **argv)
 {
+    velmor::useBuiltWorkers();
     qputenv("SANE_CONFIG_DIR", "/none");
     const QCoreApplication application(argc, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("VelmorTests"));

@@ -1,3 +1,5 @@
+#include "tests/BuiltWorkers.h"
+
 #include <QGuiApplication>
 #include <QQuickWindow>
 #include <gmock/gmock.h>
@@ -5,6 +7,7 @@
 // The start of test programs that make windows: in memory, unless the caller wants to see them.
 int main(int argc, char **argv)
 {
+    velmor::useBuiltWorkers();
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QQuickWindow::setDefaultAlphaBuffer(true);

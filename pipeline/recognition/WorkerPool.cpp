@@ -23,7 +23,7 @@ WorkerPool::ask(std::span<const RecognizerRequest> requests, QDeadlineTimer dead
         auto &worker = m_workers[i];
         if (!worker)
             continue;
-        if (const auto frame = worker->receive(deadline))
+        if (const auto frame = worker->receive(maxAnswerFrame, deadline))
             answers[i] = decodeAnswer(*frame);
         if (!answers[i])
             worker.reset();

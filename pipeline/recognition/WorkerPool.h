@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pipeline/recognition/WorkerProcess.h"
+#include "pipeline/workers/WorkerProcess.h"
 #include "pipeline/recognizer/RecognizerMessages.h"
 
 #include <QDeadlineTimer>

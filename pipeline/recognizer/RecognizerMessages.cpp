@@ -1,50 +1,26 @@
 #include "pipeline/recognizer/RecognizerMessages.h"
 
-#include <QDataStream>
-#include <QIODevice>
+#include "pipeline/workers/MessageCoding.h"
 
 namespace velmor {
 
 namespace {
-
-constexpr auto streamVersion = QDataStream::Qt_6_4;
 
 bool isQuarterTurn(int degrees)
 {
     return degrees == 0 || degrees == 90 || degrees == 180 || degrees == 270;
 }
 
-// Found by the list templates below only when declared before them.
-QDataStream &operator<<(QDataStream &stream, const RecognizedWord &word);
-QDataStream &operator>>(QDataStream &stream, RecognizedWord &word);
-QDataStream &operator<<(QDataStream &stream, const RecognizedWords &words);
-QDataStream &operator>>(QDataStream &stream, RecognizedWords &words);
+} // namespace
 
-template <typename List> void writeList(QDataStream &stream, const List &items)
-{
-    stream << static_cast<quint32>(items.size());
-    for (const auto &item : items)
-        stream << item;
-}
+// In this namespace, where the coding of messages finds them by their arguments.
 
-/// Reads no further than the stream is sound. Qt's own reading of a list reserves room for as many
-/// items as the count claims.
-template <typename List> List readList(QDataStream &stream)
-{
-    quint32 count = 0;
-    stream >> count;
-    List items;
-    for (quint32 i = 0; i < count && stream.status() == QDataStream::Ok; ++i)
-        stream >> items.emplace_back();
-    return items;
-}
-
-QDataStream &operator<<(QDataStream &stream, const GreyPixels &pixels)
+static QDataStream &operator<<(QDataStream &stream, const GreyPixels &pixels)
 {
     return stream << pixels.size << pixels.bytes;
 }
 
-QDataStream &operator>>(QDataStream &stream, GreyPixels &pixels)
+static QDataStream &operator>>(QDataStream &stream, GreyPixels &pixels)
 {
     stream >> pixels.size >> pixels.bytes;
     const QSize size = pixels.size;
@@ -56,64 +32,64 @@ QDataStream &operator>>(QDataStream &stream, GreyPixels &pixels)
     return stream;
 }
 
-QDataStream &operator<<(QDataStream &stream, const LanguagesRequest &)
+static QDataStream &operator<<(QDataStream &stream, const LanguagesRequest &)
 {
     return stream;
 }
 
-QDataStream &operator>>(QDataStream &stream, LanguagesRequest &)
+static QDataStream &operator>>(QDataStream &stream, LanguagesRequest &)
 {
     return stream;
 }
 
-QDataStream &operator<<(QDataStream &stream, const TextRequest &request)
+static QDataStream &operator<<(QDataStream &stream, const TextRequest &request)
 {
     return stream << request.language << request.dpi << request.page;
 }
 
-QDataStream &operator>>(QDataStream &stream, TextRequest &request)
+static QDataStream &operator>>(QDataStream &stream, TextRequest &request)
 {
     return stream >> request.language >> request.dpi >> request.page;
 }
 
-QDataStream &operator<<(QDataStream &stream, const OrientationRequest &request)
+static QDataStream &operator<<(QDataStream &stream, const OrientationRequest &request)
 {
     return stream << request.dpi << request.page;
 }
 
-QDataStream &operator>>(QDataStream &stream, OrientationRequest &request)
+static QDataStream &operator>>(QDataStream &stream, OrientationRequest &request)
 {
     return stream >> request.dpi >> request.page;
 }
 
-QDataStream &operator<<(QDataStream &stream, const FailureAnswer &)
+static QDataStream &operator<<(QDataStream &stream, const FailureAnswer &)
 {
     return stream;
 }
 
-QDataStream &operator>>(QDataStream &stream, FailureAnswer &)
+static QDataStream &operator>>(QDataStream &stream, FailureAnswer &)
 {
     return stream;
 }
 
-QDataStream &operator<<(QDataStream &stream, const LanguagesAnswer &answer)
+static QDataStream &operator<<(QDataStream &stream, const LanguagesAnswer &answer)
 {
-    writeList(stream, answer.languages);
+    MessageCoding::writeList(stream, answer.languages);
     return stream;
 }
 
-QDataStream &operator>>(QDataStream &stream, LanguagesAnswer &answer)
+static QDataStream &operator>>(QDataStream &stream, LanguagesAnswer &answer)
 {
-    answer.languages = readList<QStringList>(stream);
+    answer.languages = MessageCoding::readList<QStringList>(stream);
     return stream;
 }
 
-QDataStream &operator<<(QDataStream &stream, const RecognizedWord &word)
+static QDataStream &operator<<(QDataStream &stream, const RecognizedWord &word)
 {
     return stream << word.text << word.box << word.confidence;
 }
 
-QDataStream &operator>>(QDataStream &stream, RecognizedWord &word)
+static QDataStream &operator>>(QDataStream &stream, RecognizedWord &word)
 {
     stream >> word.text >> word.box >> word.confidence;
     if (word.text.isEmpty() || !word.box.isValid() ||
@@ -122,39 +98,39 @@ QDataStream &operator>>(QDataStream &stream, RecognizedWord &word)
     return stream;
 }
 
-QDataStream &operator<<(QDataStream &stream, const RecognizedWords &words)
+static QDataStream &operator<<(QDataStream &stream, const RecognizedWords &words)
 {
-    writeList(stream, words);
+    MessageCoding::writeList(stream, words);
     return stream;
 }
 
-QDataStream &operator>>(QDataStream &stream, RecognizedWords &words)
+static QDataStream &operator>>(QDataStream &stream, RecognizedWords &words)
 {
-    words = readList<RecognizedWords>(stream);
+    words = MessageCoding::readList<RecognizedWords>(stream);
     if (words.empty())
         stream.setStatus(QDataStream::ReadCorruptData);
     return stream;
 }
 
-QDataStream &operator<<(QDataStream &stream, const TextAnswer &answer)
+static QDataStream &operator<<(QDataStream &stream, const TextAnswer &answer)
 {
-    writeList(stream, answer.lines);
+    MessageCoding::writeList(stream, answer.lines);
     return stream;
 }
 
-QDataStream &operator>>(QDataStream &stream, TextAnswer &answer)
+static QDataStream &operator>>(QDataStream &stream, TextAnswer &answer)
 {
-    answer.lines = readList<std::vector<RecognizedWords>>(stream);
+    answer.lines = MessageCoding::readList<std::vector<RecognizedWords>>(stream);
     return stream;
 }
 
-QDataStream &operator<<(QDataStream &stream, const OrientationAnswer &answer)
+static QDataStream &operator<<(QDataStream &stream, const OrientationAnswer &answer)
 {
     return stream << answer.degrees << answer.confidence << answer.script
                   << answer.scriptConfidence;
 }
 
-QDataStream &operator>>(QDataStream &stream, OrientationAnswer &answer)
+static QDataStream &operator>>(QDataStream &stream, OrientationAnswer &answer)
 {
     stream >> answer.degrees >> answer.confidence >> answer.script >> answer.scriptConfidence;
     if (!isQuarterTurn(answer.degrees) || !(answer.confidence >= 0) ||
@@ -163,63 +139,24 @@ QDataStream &operator>>(QDataStream &stream, OrientationAnswer &answer)
     return stream;
 }
 
-/// A message is the index of its alternative, then that alternative's fields.
-template <typename... Alternatives>
-QByteArray encodeVariant(const std::variant<Alternatives...> &message)
-{
-    QByteArray frame;
-    QDataStream stream(&frame, QIODevice::WriteOnly);
-    stream.setVersion(streamVersion);
-    stream << static_cast<quint8>(message.index());
-    std::visit([&](const auto &fields) { stream << fields; }, message);
-    return frame;
-}
-
-template <typename Alternative, typename Variant>
-bool readAlternative(QDataStream &stream, Variant &message)
-{
-    Alternative fields;
-    stream >> fields;
-    message = std::move(fields);
-    return stream.status() == QDataStream::Ok && stream.atEnd();
-}
-
-template <typename... Alternatives>
-std::optional<std::variant<Alternatives...>> decodeVariant(const QByteArray &frame,
-                                                           std::variant<Alternatives...> message)
-{
-    QDataStream stream(frame);
-    stream.setVersion(streamVersion);
-    quint8 wanted = 0;
-    stream >> wanted;
-    quint8 index = 0;
-    const bool read =
-        ((wanted == index++ && readAlternative<Alternatives>(stream, message)) || ...);
-    if (!read)
-        return std::nullopt;
-    return message;
-}
-
-} // namespace
-
 QByteArray encode(const RecognizerRequest &request)
 {
-    return encodeVariant(request);
+    return MessageCoding::encode(request);
 }
 
 QByteArray encode(const RecognizerAnswer &answer)
 {
-    return encodeVariant(answer);
+    return MessageCoding::encode(answer);
 }
 
 std::optional<RecognizerRequest> decodeRequest(const QByteArray &frame)
 {
-    return decodeVariant(frame, RecognizerRequest());
+    return MessageCoding::decode<RecognizerRequest>(frame);
 }
 
 std::optional<RecognizerAnswer> decodeAnswer(const QByteArray &frame)
 {
-    return decodeVariant(frame, RecognizerAnswer());
+    return MessageCoding::decode<RecognizerAnswer>(frame);
 }
 
 } // namespace velmor

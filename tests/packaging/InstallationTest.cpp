@@ -42,8 +42,9 @@ protected:
     int run(const QStringList &arguments)
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char *name : {"VELMOR_ENGINE", "VELMOR_RECOGNIZER", "SCANENGINE_WORKER",
-                                 "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        for (const char *name :
+             {"VELMOR_ENGINE", "VELMOR_RECOGNIZER", "VELMOR_RENDERER", "SCANENGINE_WORKER",
+              "DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
             environment.remove(QString::fromUtf8(name));
         for (const char *name : {"HOME", "XDG_CONFIG_HOME"})
             environment.insert(QString::fromUtf8(name), m_folder.path());

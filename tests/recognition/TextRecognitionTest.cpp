@@ -1,6 +1,6 @@
 #include "pipeline/TextRecognition.h"
 
-#include "pipeline/PageRenderer.h"
+#include "pipeline/Renderer.h"
 #include "pipeline/recognition/PageReader.h"
 
 #include <QDir>
@@ -60,7 +60,7 @@ QByteArray pdfOf(const char *text)
 /// A sheet of A4 at 300 dpi with `text` printed in Helvetica.
 QImage printedPage(const char *text)
 {
-    QImage page = renderFirstPage(pdfOf(text), a4).value_or(QImage());
+    QImage page = Renderer::shared().picture(pdfOf(text), a4).value_or(QImage());
     page.setDotsPerMeterX(dotsPerMeter);
     page.setDotsPerMeterY(dotsPerMeter);
     return page;

@@ -1,7 +1,6 @@
-#include "pipeline/recognition/WorkerProcess.h"
+#include "pipeline/workers/WorkerProcess.h"
 
-#include "pipeline/recognizer/FrameChannel.h"
-#include "pipeline/recognizer/RecognizerMessages.h"
+#include "pipeline/workers/FrameChannel.h"
 
 #include <QFile>
 #include <QScopeGuard>
@@ -116,9 +115,14 @@ WorkerProcess::WorkerProcess(pid_t process, int socket) : m_process(process), m_
 WorkerProcess::~WorkerProcess()
 {
     close(m_socket);
-    kill(m_process, SIGKILL);
+    kill();
     while (waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
     }
+}
+
+void WorkerProcess::kill() const
+{
+    ::kill(m_process, SIGKILL); // not reaped yet, so the number is still its own
 }
 
 bool WorkerProcess::send(const QByteArray &frame, QDeadlineTimer deadline)
@@ -126,9 +130,9 @@ bool WorkerProcess::send(const QByteArray &frame, QDeadlineTimer deadline)
     return FrameChannel::write(m_socket, frame, deadline);
 }
 
-std::optional<QByteArray> WorkerProcess::receive(QDeadlineTimer deadline)
+std::optional<QByteArray> WorkerProcess::receive(qint64 longestFrame, QDeadlineTimer deadline)
 {
-    return FrameChannel::read(m_socket, maxAnswerFrame, deadline);
+    return FrameChannel::read(m_socket, longestFrame, deadline);
 }
 
 } // namespace velmor

@@ -1,4 +1,4 @@
-#include "pipeline/recognizer/FrameChannel.h"
+#include "pipeline/workers/FrameChannel.h"
 
 #include <QtEndian>
 

@@ -25,7 +25,10 @@ public:
     WorkerProcess &operator=(const WorkerProcess &) = delete;
 
     [[nodiscard]] bool send(const QByteArray &frame, QDeadlineTimer deadline);
-    [[nodiscard]] std::optional<QByteArray> receive(QDeadlineTimer deadline);
+    [[nodiscard]] std::optional<QByteArray> receive(qint64 longestFrame, QDeadlineTimer deadline);
+
+    /// Ends the process, so that a `send` or `receive` that waits for it fails. Any thread.
+    void kill() const;
 
 private:
     WorkerProcess(pid_t process, int socket);
