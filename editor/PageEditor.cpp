@@ -113,8 +113,6 @@ void PageEditor::show(EditedPage page)
     m_displayImage = {};
     m_hint.clear();
     m_placement.image = m_baseImage.size();
-    if (m_baseImage.isNull())
-        m_placement.image = {};
     applyPendingViewport();
     Q_EMIT imageChanged();
     Q_EMIT displayImageChanged();

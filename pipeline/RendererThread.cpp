@@ -2,6 +2,7 @@
 
 #include <QBuffer>
 #include <QPdfDocument>
+#include <QThread>
 #include <QThreadPool>
 
 #include <exception>
@@ -23,6 +24,28 @@ QThreadPool &rendererThread()
     static Pool pool;
     return pool;
 }
+
+/// While it lives, a thread of Qt's own pool that has to wait leaves its place there to others. Qt
+/// shares the drawing of large pictures with that pool and waits for it: were all of the pool's
+/// threads to wait for the renderer, the renderer would wait for them.
+class PoolPlace {
+public:
+    PoolPlace() : m_isLeft(QThreadPool::globalInstance()->contains(QThread::currentThread()))
+    {
+        if (m_isLeft)
+            QThreadPool::globalInstance()->releaseThread();
+    }
+    ~PoolPlace()
+    {
+        if (m_isLeft)
+            QThreadPool::globalInstance()->reserveThread();
+    }
+    PoolPlace(const PoolPlace &) = delete;
+    PoolPlace &operator=(const PoolPlace &) = delete;
+
+private:
+    const bool m_isLeft;
+};
 
 void openAndWork(const QByteArray &pdf, const std::function<void(QPdfDocument &)> &work)
 {
@@ -52,6 +75,7 @@ void onRendererThread(const QByteArray &pdf, RendererTurn turn,
         promise.set_value();
     };
     rendererThread().start(task, turn == RendererTurn::questions ? 1 : 0);
+    const PoolPlace left;
     done.wait();
 }
 

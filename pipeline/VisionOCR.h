@@ -22,6 +22,9 @@
 /// started on. They report nothing in words.
 namespace velmor::VisionOCR {
 
+/// Resolution at which edits draw a page that has no raw image.
+inline constexpr double applyDpi = 300;
+
 /// Called before the first page and after each with the pages done and the pages in all.
 using Progress = std::function<void(int done, int total)>;
 
