@@ -7,7 +7,7 @@
 #include "editor/MagicLevels.h"
 #include "editor/PagePlacement.h"
 #include "model/AppModel.h"
-#include "model/EditorViewport.h"
+#include "model/EditRequest.h"
 
 #include <QCoroTask>
 #include <QImage>
@@ -90,6 +90,10 @@ public:
     /// `viewport` names, or the nearest there is. A file that can't be opened leaves the editor
     /// without an image.
     void open(const QUrl &url, EditorMode mode, const EditorViewport &viewport = {});
+    Q_INVOKABLE void open(const velmor::EditRequest &request)
+    {
+        open(request.url, request.mode, request.viewport);
+    }
 
     [[nodiscard]] const QUrl &url() const { return m_url; }
     [[nodiscard]] EditorMode mode() const { return m_mode; }
