@@ -8,7 +8,6 @@ Item {
     id: bar
 
     required property ScansBrowser browser
-    property bool hasEditor: false
     // Of the sheet whose right end this lies on.
     property real cornerRadius: 0
 
@@ -45,7 +44,6 @@ Item {
 
         ToolButton {
             objectName: "cropTool"
-            visible: bar.hasEditor
             label: qsTr("Crop")
             keyHint: "C"
             picture: "crop"
@@ -54,7 +52,6 @@ Item {
 
         ToolButton {
             objectName: "magicTool"
-            visible: bar.hasEditor
             label: qsTr("Magic")
             keyHint: "W"
             picture: "magic"

@@ -1,7 +1,8 @@
 #include "browser/KeyCommands.h"
 
+#include "controls/TextFocus.h"
+
 #include <QGuiApplication>
-#include <QInputMethodQueryEvent>
 #include <QQuickWindow>
 
 namespace velmor {
@@ -9,17 +10,6 @@ namespace velmor {
 namespace {
 
 constexpr QChar deleteCharacter(0x7F);
-
-/// Whether typing goes into a text now.
-bool textHasFocus()
-{
-    QObject *focus = QGuiApplication::focusObject();
-    if (!focus)
-        return false;
-    QInputMethodQueryEvent query(Qt::ImEnabled | Qt::ImReadOnly);
-    QCoreApplication::sendEvent(focus, &query);
-    return query.value(Qt::ImEnabled).toBool() && !query.value(Qt::ImReadOnly).toBool();
-}
 
 /// The key to the left of the line's end, or whatever else types its character. The forward delete
 /// key types it too here, but is another key.

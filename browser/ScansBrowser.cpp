@@ -266,6 +266,21 @@ void ScansBrowser::startEditor(EditorMode mode)
     setEditor(file, mode);
 }
 
+EditRequest ScansBrowser::editRequest() const
+{
+    if (!isEditing())
+        return {};
+    return {*m_editorURL, *m_editorMode, m_editorViewport};
+}
+
+QString ScansBrowser::editorIdentity() const
+{
+    if (!isEditing())
+        return {};
+    const bool isCrop = m_editorMode == EditorMode::crop;
+    return m_editorURL->path() + (isCrop ? QStringLiteral("#crop") : QStringLiteral("#magic"));
+}
+
 void ScansBrowser::finishEditing(bool changed)
 {
     const std::optional<QUrl> file = m_editorURL;

@@ -2,6 +2,7 @@
 
 #include "browser/FolderWatch.h"
 #include "model/AppModel.h"
+#include "model/EditRequest.h"
 #include "preview/PDFViewBox.h"
 
 #include <QDateTime>
@@ -38,7 +39,8 @@ class ScansBrowser : public QObject {
     Q_PROPERTY(QString note READ noteText NOTIFY noteChanged)
     Q_PROPERTY(velmor::PDFViewBox *pdfViewBox READ pdfViewBox CONSTANT)
     Q_PROPERTY(bool isEditing READ isEditing NOTIFY editorChanged)
-    Q_PROPERTY(QUrl editorURL READ editorUrlOrNone NOTIFY editorChanged)
+    Q_PROPERTY(QString editorIdentity READ editorIdentity NOTIFY editorChanged)
+    Q_PROPERTY(velmor::EditRequest editRequest READ editRequest NOTIFY editorChanged)
 
 public:
     /// The limits of `thumbSize`, in points.
@@ -70,6 +72,10 @@ public:
     /// Where the editor opens.
     [[nodiscard]] const EditorViewport &editorViewport() const { return m_editorViewport; }
     [[nodiscard]] bool isEditing() const { return m_editorURL && m_editorMode; }
+    /// The three as one; with an empty URL while the scans are browsed.
+    [[nodiscard]] EditRequest editRequest() const;
+    /// Another one is another editor: the file's path, "#", and "crop" or "magic"; else empty.
+    [[nodiscard]] QString editorIdentity() const;
     /// Knows what the preview shows.
     [[nodiscard]] PDFViewBox *pdfViewBox() { return &m_pdfViewBox; }
 
@@ -137,7 +143,6 @@ private:
     [[nodiscard]] int count() const;
     [[nodiscard]] bool hasPreview() const { return previewURL().has_value(); }
     [[nodiscard]] QUrl previewUrlOrNone() const { return previewURL().value_or(QUrl()); }
-    [[nodiscard]] QUrl editorUrlOrNone() const { return m_editorURL.value_or(QUrl()); }
     [[nodiscard]] int previewRevision() const { return rev(previewUrlOrNone()); }
     [[nodiscard]] bool hasMagicPreset() const { return m_model && m_model->magicPreset(); }
     [[nodiscard]] QString noteText() const { return m_note.value_or(QString()); }

@@ -16,15 +16,12 @@ Item {
         const drawer = view.Window.window as GalleryWindow;
         return drawer && drawer.composited ? drawer.cardRadius : 0;
     }
-    // Makes the page editor for what the browser says is to be edited.
-    property Component editor: null
+    // The page editor: made anew for each thing that the browser says is to be edited.
+    required property Component editor
 
     KeyCommands {
         isEnabled: !view.browser.isEditing
-        onKey: name => {
-            if (view.editor || (name !== "c" && name !== "w"))
-                view.browser.handleKey(name);
-        }
+        onKey: name => view.browser.handleKey(name)
     }
 
     T.SplitView {
@@ -78,7 +75,6 @@ Item {
                     width: parent.width
                     cornerRadius: view.cornerRadius
                     browser: view.browser
-                    hasEditor: view.editor !== null
                 }
 
                 PDFKitView {
@@ -133,10 +129,14 @@ Item {
                 }
             }
 
-            Loader {
-                anchors.fill: parent
-                active: view.browser.isEditing
-                sourceComponent: view.editor
+            Repeater {
+                model: view.browser.editorIdentity === "" ? [] : [view.browser.editorIdentity]
+
+                Loader {
+                    anchors.fill: parent
+                    sourceComponent: view.editor
+                    onLoaded: item.forceActiveFocus()
+                }
             }
         }
     }

@@ -1,8 +1,12 @@
 #include "cli/CommandLine.h"
 
+#include "cli/QuadText.h"
+
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+
+#include <limits>
 
 namespace velmor {
 
@@ -16,6 +20,7 @@ const QString overview = QStringLiteral(
     "  devices  List the scanners: id, name and driver, separated by tabs.\n"
     "  presets  List the presets by name.\n"
     "  magic    Give saved scans other levels.\n"
+    "  crop     Cut documents out of a page, each as a page of its own.\n"
     "  ocr      Make the text of saved PDFs searchable.\n"
     "  rotate   Turn the pages of saved scans clockwise.\n"
     "  merge    Put saved scans together into one.\n"
@@ -57,8 +62,17 @@ public:
     /// Lets files follow the options.
     void addFiles()
     {
-        m_takesFiles = true;
-        m_parser.addPositionalArgument(QStringLiteral("FILE…"), QStringLiteral("PDF files."));
+        m_mostFiles = std::numeric_limits<qsizetype>::max();
+        m_fileWord = QStringLiteral("FILE…");
+        m_parser.addPositionalArgument(m_fileWord, QStringLiteral("PDF files."));
+    }
+
+    /// Lets one file follow the options.
+    void addFile()
+    {
+        m_mostFiles = 1;
+        m_fileWord = QStringLiteral("FILE");
+        m_parser.addPositionalArgument(m_fileWord, QStringLiteral("A PDF file."));
     }
 
     void add(const QString &name, const QString &description, const QString &value = {})
@@ -70,10 +84,10 @@ public:
     {
         if (!m_parser.parse(QStringList(m_program) + arguments))
             fail(m_parser.errorText());
-        else if (!m_takesFiles && !m_parser.positionalArguments().isEmpty())
-            fail(QStringLiteral("Unexpected argument %1.")
-                     .arg(quoted(m_parser.positionalArguments().first())));
-        else if (m_takesFiles && m_parser.positionalArguments().isEmpty())
+        const QStringList files = m_parser.positionalArguments();
+        if (files.size() > m_mostFiles)
+            fail(QStringLiteral("Unexpected argument %1.").arg(quoted(files[m_mostFiles])));
+        else if (files.isEmpty() && m_mostFiles > 0)
             fail(QStringLiteral("A file is missing."));
     }
 
@@ -99,14 +113,43 @@ public:
         return value;
     }
 
+    /// A whole number of at least 1.
+    [[nodiscard]] std::optional<int> ordinal(const QString &name)
+    {
+        const std::optional<QString> given = text(name);
+        bool valid = false;
+        const int value = given ? given->toInt(&valid) : 0;
+        if (given && (!valid || value < 1))
+            fail(QStringLiteral("--%1 takes a whole number from 1, not %2.")
+                     .arg(name, quoted(*given)));
+        return given ? std::optional(value) : std::nullopt;
+    }
+
+    /// A region for each time that the option is given, which must be at least once.
+    [[nodiscard]] QList<Quad> quads(const QString &name)
+    {
+        QList<Quad> quads;
+        for (const QString &given : m_parser.values(name)) {
+            if (const std::optional<Quad> quad = quadFromText(given))
+                quads.append(*quad);
+            else
+                fail(QStringLiteral(
+                         "--%1 takes the four corners of a region, “x,y x,y x,y x,y” from 0 to "
+                         "1, none of them dented, not %2.")
+                         .arg(name, quoted(given)));
+        }
+        if (quads.isEmpty())
+            fail(QStringLiteral("--%1 is missing.").arg(name));
+        return quads;
+    }
+
     [[nodiscard]] bool wantsHelp() const { return m_parser.isSet(QStringLiteral("help")); }
     /// With the command in the first line, which Qt would fill with the program's path.
     [[nodiscard]] QString helpText() const
     {
         const QString text = m_parser.helpText();
-        const QString usage = m_takesFiles ? QStringLiteral("Usage: %1 [options] FILE…")
-                                           : QStringLiteral("Usage: %1 [options]");
-        return usage.arg(m_program) + text.mid(text.indexOf(u'\n'));
+        const QString usage = QStringLiteral("Usage: %1 [options] %2").arg(m_program, m_fileWord);
+        return usage.trimmed() + text.mid(text.indexOf(u'\n'));
     }
     [[nodiscard]] const std::optional<QString> &problem() const { return m_problem; }
 
@@ -184,7 +227,8 @@ private:
 
     QCommandLineParser m_parser;
     QString m_program;
-    bool m_takesFiles = false;
+    qsizetype m_mostFiles = 0;
+    QString m_fileWord; ///< For the files in the help; empty where none is taken.
     std::optional<QString> m_problem;
 };
 
@@ -306,6 +350,33 @@ Request parseMagic(const QStringList &arguments)
     return answer(options, request);
 }
 
+Request parseCrop(const QStringList &arguments)
+{
+    OptionReader options(
+        QStringLiteral("crop"),
+        QStringLiteral("Cuts regions out of a page of a saved scan and puts them in its place, "
+                       "each straightened\nand as a page of its own, and prints the file. Its "
+                       "raw pages are removed."));
+    const QString page = QStringLiteral("page");
+    const QString quad = QStringLiteral("quad");
+    options.add(page, QStringLiteral("The page, counted from 1 [1]."), QStringLiteral("N"));
+    options.add(quad,
+                QStringLiteral("A region by its four corners, in any order: “x,y x,y x,y x,y”, "
+                               "fractions of the page from its top left. Can be given again, for "
+                               "further regions."),
+                QStringLiteral("CORNERS"));
+    options.add(QStringLiteral("ocr"), QStringLiteral("Make the text searchable [default]."));
+    options.add(QStringLiteral("no-ocr"), QStringLiteral("Leave the pages without text."));
+    options.addFile();
+    options.parse(arguments);
+    CropRequest request;
+    request.page = options.ordinal(page).value_or(1) - 1;
+    request.boxes = options.quads(quad);
+    request.ocr = options.flag(QStringLiteral("ocr")).value_or(request.ocr);
+    request.file = options.files().value(0);
+    return answer(options, request);
+}
+
 Request parseOcr(const QStringList &arguments)
 {
     OptionReader options(QStringLiteral("ocr"),
@@ -373,6 +444,8 @@ Request parseCommandLine(const QStringList &arguments, const QString &version)
         return parsePresets(rest);
     if (command == u"magic")
         return parseMagic(rest);
+    if (command == u"crop")
+        return parseCrop(rest);
     if (command == u"ocr")
         return parseOcr(rest);
     if (command == u"rotate")

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Models.h"
+#include "pipeline/Quad.h"
 
 #include <QList>
 #include <QString>
@@ -62,6 +63,14 @@ struct MagicRequest {
     QList<QUrl> files = {}; ///< Absolute; at least one.
 };
 
+/// "velmor crop": regions of one page as pages of their own.
+struct CropRequest {
+    QUrl file = {};         ///< Absolute.
+    int page = 0;           ///< From 0; the user counts from 1.
+    QList<Quad> boxes = {}; ///< At least one; all usable.
+    bool ocr = true;
+};
+
 /// "velmor ocr": a new text layer for saved scans.
 struct OcrRequest {
     QList<QUrl> files = {}; ///< Absolute; at least one.
@@ -86,8 +95,9 @@ struct WrongUse {
     QString message;
 };
 
-using Request = std::variant<WindowRequest, ScanRequest, DevicesRequest, PresetsRequest,
-                             MagicRequest, OcrRequest, FilesRequest, PrintRequest, WrongUse>;
+using Request =
+    std::variant<WindowRequest, ScanRequest, DevicesRequest, PresetsRequest, MagicRequest,
+                 CropRequest, OcrRequest, FilesRequest, PrintRequest, WrongUse>;
 
 /// The request of a command line, the program's name being its first argument.
 [[nodiscard]] Request parseCommandLine(const QStringList &arguments, const QString &version);

@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 
+#include "cli/CropRun.h"
 #include "cli/DevicesRun.h"
 #include "cli/Interrupts.h"
 #include "cli/RebuildRun.h"
@@ -66,6 +67,12 @@ int carryOut(const PresetsRequest &)
 int carryOut(const MagicRequest &request)
 {
     RebuildRun run(request);
+    return execute(run);
+}
+
+int carryOut(const CropRequest &request)
+{
+    CropRun run(request);
     return execute(run);
 }
 

@@ -10,6 +10,7 @@ namespace velmor {
 [[nodiscard]] int carryOut(const DevicesRequest &request);
 [[nodiscard]] int carryOut(const PresetsRequest &request);
 [[nodiscard]] int carryOut(const MagicRequest &request);
+[[nodiscard]] int carryOut(const CropRequest &request);
 [[nodiscard]] int carryOut(const OcrRequest &request);
 [[nodiscard]] int carryOut(const FilesRequest &request);
 [[nodiscard]] int carryOut(const PrintRequest &request);

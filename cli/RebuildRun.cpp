@@ -1,21 +1,12 @@
 #include "cli/RebuildRun.h"
 
+#include "cli/RecognitionCheck.h"
 #include "cli/TerminalText.h"
-#include "pipeline/TextRecognition.h"
 #include "pipeline/VisionOCR.h"
 
-#include <QCoroFuture>
 #include <QFile>
-#include <QtConcurrent>
 
 namespace velmor {
-
-namespace {
-
-/// Resolution at which a page without a raw image is drawn.
-constexpr double rebuildDpi = 300;
-
-} // namespace
 
 RebuildRun::RebuildRun(const MagicRequest &request, QObject *parent)
     : QObject(parent), m_files(request.files), m_levels(request.levels), m_ocr(request.ocr)
@@ -35,10 +26,8 @@ void RebuildRun::start()
 QCoro::Task<> RebuildRun::rebuildAll()
 {
     if (m_ocr) {
-        // Without recognition the files would lose the text that they have.
-        QFuture<std::optional<QString>> lookUp = QtConcurrent::run(recognitionProblem);
-        if (const std::optional<QString> problem = co_await lookUp) {
-            m_display.printMessage(*problem);
+        const bool isThere = co_await canRecognize(m_display);
+        if (!isThere) {
             Q_EMIT finished(ExitCode::notSaved);
             co_return;
         }
@@ -69,9 +58,10 @@ QCoro::Task<bool> RebuildRun::rebuilt(QUrl file)
         m_display.showProgress(done, total);
     };
     if (!m_levels)
-        co_return co_await VisionOCR::ocrDocument(file, rebuildDpi, write, progress);
+        co_return co_await VisionOCR::ocrDocument(file, VisionOCR::applyDpi, write, progress);
     const QList<QUrl> one(1, file);
-    co_return co_await VisionOCR::applyMagic(*m_levels, one, rebuildDpi, m_ocr, write, progress);
+    co_return co_await VisionOCR::applyMagic(*m_levels, one, VisionOCR::applyDpi, m_ocr, write,
+                                             progress);
 }
 
 } // namespace velmor

@@ -13,29 +13,10 @@ Row {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
 
-    Repeater {
-        model: stamp.text.split("")
-
-        Text {
-            id: character
-
-            required property string modelData
-
-            TextMetrics {
-                id: digit
-
-                font: character.font
-                text: "0"
-            }
-
-            width: modelData >= "0" && modelData <= "9" ? digit.advanceWidth : implicitWidth
-            horizontalAlignment: Text.AlignHCenter
-            text: modelData
-            font.family: Theme.fontFamily
-            font.pixelSize: 9
-            font.weight: Font.Medium
-            color: Theme.textSecondary
-            Accessible.ignored: true
-        }
+    DigitsText {
+        text: stamp.text
+        font.pixelSize: 9
+        font.weight: Font.Medium
+        Accessible.ignored: true
     }
 }

@@ -15,33 +15,6 @@ namespace {
 /// Longest side in pixels that libjpeg writes.
 constexpr int maxJpegSide = 65'500;
 
-/// Grey where the image has no colour by its form, else RGB; opaque, on white.
-QImage paperImage(const QImage &image)
-{
-    if (image.hasAlphaChannel()) {
-        QImage paper(image.size(), QImage::Format_RGB32);
-        paper.fill(Qt::white);
-        QPainter painter(&paper);
-        painter.drawImage(0, 0, image);
-        painter.end();
-        return image.allGray() ? paper.convertToFormat(QImage::Format_Grayscale8) : paper;
-    }
-    switch (image.format()) {
-    case QImage::Format_Grayscale8:
-    case QImage::Format_RGB32:
-        return image;
-    case QImage::Format_Mono:
-    case QImage::Format_MonoLSB:
-    case QImage::Format_Indexed8:
-        return image.convertToFormat(image.allGray() ? QImage::Format_Grayscale8
-                                                     : QImage::Format_RGB32);
-    case QImage::Format_Grayscale16:
-        return image.convertToFormat(QImage::Format_Grayscale8);
-    default:
-        return image.convertToFormat(QImage::Format_RGB32);
-    }
-}
-
 int channelCount(const QImage &paper)
 {
     return paper.format() == QImage::Format_Grayscale8 ? 1 : 3;
@@ -99,6 +72,36 @@ std::optional<JpegHeader> jpegHeader(const QByteArray &file)
 
 } // namespace
 
+QImage paperImage(const QImage &image)
+{
+    if (image.isNull())
+        return {};
+    if (image.hasAlphaChannel()) {
+        QImage paper(image.size(), QImage::Format_RGB32);
+        if (paper.isNull())
+            return {};
+        paper.fill(Qt::white);
+        QPainter painter(&paper);
+        painter.drawImage(0, 0, image);
+        painter.end();
+        return image.allGray() ? paper.convertToFormat(QImage::Format_Grayscale8) : paper;
+    }
+    switch (image.format()) {
+    case QImage::Format_Grayscale8:
+    case QImage::Format_RGB32:
+        return image;
+    case QImage::Format_Mono:
+    case QImage::Format_MonoLSB:
+    case QImage::Format_Indexed8:
+        return image.convertToFormat(image.allGray() ? QImage::Format_Grayscale8
+                                                     : QImage::Format_RGB32);
+    case QImage::Format_Grayscale16:
+        return image.convertToFormat(QImage::Format_Grayscale8);
+    default:
+        return image.convertToFormat(QImage::Format_RGB32);
+    }
+}
+
 std::optional<EncodedImage> jpegImage(const QImage &image, double quality)
 {
     if (image.isNull() || std::max(image.width(), image.height()) > maxJpegSide)
@@ -119,6 +122,8 @@ std::optional<EncodedImage> losslessImage(const QImage &image)
     if (image.isNull())
         return std::nullopt;
     const QImage paper = paperImage(image);
+    if (paper.isNull())
+        return std::nullopt;
     const int channels = channelCount(paper);
     const QImage packed = channels == 1 ? paper : paper.convertToFormat(QImage::Format_RGB888);
     const qsizetype rowBytes = static_cast<qsizetype>(packed.width()) * channels;

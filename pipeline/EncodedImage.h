@@ -24,6 +24,11 @@ struct EncodedImage {
     bool inverted = false; ///< CMYK whose channels count backwards, as JPEG files commonly do.
 };
 
+/// `image` as paper shows it: Format_Grayscale8 where the image has no colour by its form, else
+/// Format_RGB32; opaque, transparent parts laid on white. Null for a null image and for want of
+/// memory.
+[[nodiscard]] QImage paperImage(const QImage &image);
+
 /// `image` as a JPEG of `quality`, 0 to 1. Grey images get one channel; transparency is laid on
 /// white. Nothing if the image is null or has a side beyond what JPEG can state (65,500 pixels).
 [[nodiscard]] std::optional<EncodedImage> jpegImage(const QImage &image, double quality);

@@ -2,6 +2,8 @@
 
 #include "pipeline/EncodedImage.h"
 #include "pipeline/PageRaster.h"
+#include "pipeline/PageSource.h"
+#include "pipeline/Perspective.h"
 #include "pipeline/RawStore.h"
 #include "pipeline/TextRecognition.h"
 
@@ -10,6 +12,8 @@
 #include <QtConcurrent>
 
 #include <exception>
+#include <type_traits>
+#include <utility>
 
 namespace velmor::VisionOCR {
 
@@ -61,8 +65,9 @@ std::optional<PdfPage> builtPage(const QImage &image, QSizeF size, bool ocr, Enc
     return encoded ? PageRaster::makePage(*encoded, size, {}) : std::nullopt;
 }
 
-/// Memory that runs out on a background thread costs the page, not the process.
-template <typename Work> std::optional<PdfPage> withoutExceptions(Work work)
+/// Memory that runs out on a background thread costs the page, not the process: `work` answers
+/// nothing then.
+template <typename Work> std::invoke_result_t<Work> withoutExceptions(Work work)
 {
     try {
         return work();
@@ -80,12 +85,6 @@ std::optional<PdfPage> pageFromFile(const QString &path, double dpi, bool ocr)
         const QSizeF size = image->size().toSizeF() * (pointsPerInch / dpi);
         return builtPage(*image, size, ocr, [&] { return encodedFile(path, *image); });
     });
-}
-
-std::optional<QImage> sourceImage(const PdfPage &page, double dpi, const std::optional<QUrl> &raw)
-{
-    std::optional<QImage> image = raw ? RawStore::image(*raw) : std::nullopt;
-    return image ? image : PageRaster::render(page, PageRaster::Dpi{dpi});
 }
 
 std::optional<PdfPage> rebuiltPage(const PdfPage &page, double dpi,
@@ -107,6 +106,19 @@ std::optional<PdfPage> rebuiltPage(const PdfPage &page, double dpi,
     });
 }
 
+/// One region of `source` as a page, a pixel being as long as where it comes from.
+std::optional<PdfPage> croppedPage(const QImage &source, const Quad &box, double pointsPerPixel,
+                                   bool ocr)
+{
+    return withoutExceptions([&]() -> std::optional<PdfPage> {
+        const std::optional<QImage> image = correctPerspective(source, box);
+        if (!image)
+            return std::nullopt;
+        return builtPage(*image, image->size().toSizeF() * pointsPerPixel, ocr,
+                         [&] { return compressed(*image, rebuildQuality); });
+    });
+}
+
 /// Nothing for a document that doesn't open or has no pages.
 std::optional<PdfDocument> openForRebuilding(const QUrl &location)
 {
@@ -121,14 +133,6 @@ struct RebuildRules {
     bool ocr;
     std::optional<QUrl> rawOf; ///< The document whose raw pages serve; absent when none do.
 };
-
-/// A raw image shows the page as it was scanned, so it doesn't serve one that was turned since.
-std::optional<QUrl> rawPage(const RebuildRules &rules, const PdfPage &page, int index)
-{
-    if (!rules.rawOf || page.rotation() % 360 != 0)
-        return {};
-    return RawStore::pageURL(*rules.rawOf, index);
-}
 
 void report(const Progress &progress, int done, qsizetype total)
 {
@@ -169,6 +173,32 @@ QCoro::Task<std::optional<PdfPage>> rebuildPage(PdfPage page, double dpi,
     co_return co_await work;
 }
 
+QCoro::Task<QList<PdfPage>> cropPage(PdfPage page, QList<Quad> boxes, double dpi, bool ocr,
+                                     std::optional<QUrl> raw, Progress progress)
+{
+    QList<PdfPage> pages;
+    report(progress, 0, boxes.size());
+    QFuture<std::optional<QImage>> reading = QtConcurrent::run([page, dpi, raw] {
+        return withoutExceptions([&] { return sourceImage(page, dpi, raw); });
+    });
+    const std::optional<QImage> source = co_await reading;
+    if (!source)
+        co_return pages;
+    // The width alone decides: pages have one scale.
+    const double pointsPerPixel = page.displayedSize().width() / source->width();
+    int done = 0;
+    for (const Quad &box : std::as_const(boxes)) {
+        QFuture<std::optional<PdfPage>> work =
+            QtConcurrent::run([image = *source, box, pointsPerPixel, ocr] {
+                return croppedPage(image, box, pointsPerPixel, ocr);
+            });
+        if (const std::optional<PdfPage> cropped = co_await work)
+            pages.append(*cropped);
+        report(progress, ++done, boxes.size());
+    }
+    co_return pages;
+}
+
 namespace {
 
 /// Rebuilds the pages in place, one after the other. False at the first that can't be. The document
@@ -181,7 +211,8 @@ QCoro::Task<bool> rebuildAll(PdfDocument *document, RebuildRules rules, Progress
         const std::optional<PdfPage> old = document->page(index);
         if (!old)
             co_return false;
-        const std::optional<QUrl> raw = rawPage(rules, *old, index);
+        const std::optional<QUrl> raw =
+            rules.rawOf ? rawIfValid(*document, index, *rules.rawOf) : std::nullopt;
         const std::optional<PdfPage> page =
             co_await rebuildPage(*old, rules.dpi, rules.levels, rules.ocr, raw);
         if (!page || !document->replacePage(index, *page))
@@ -216,10 +247,7 @@ QCoro::Task<bool> applyMagic(MagicSettings settings, QList<QUrl> locations, doub
             all = false;
             continue;
         }
-        const bool hasRawPages = RawStore::pageCount(location) == document->pageCount();
-        RebuildRules rules{.dpi = dpi, .levels = settings, .ocr = ocr, .rawOf = {}};
-        if (hasRawPages)
-            rules.rawOf = location;
+        const RebuildRules rules{.dpi = dpi, .levels = settings, .ocr = ocr, .rawOf = location};
         const bool rebuilt = co_await rebuildAll(&*document, rules, progress);
         all = rebuilt && write(*document, location) && all;
     }

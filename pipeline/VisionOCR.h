@@ -3,6 +3,7 @@
 #include "model/Models.h"
 #include "pipeline/OcrLine.h"
 #include "pipeline/PdfDocument.h"
+#include "pipeline/Quad.h"
 
 #include <QCoroTask>
 #include <QImage>
@@ -20,6 +21,9 @@
 /// make: the finished document goes to the caller's `write`, on the thread that the task was
 /// started on. They report nothing in words.
 namespace velmor::VisionOCR {
+
+/// Resolution at which edits draw a page that has no raw image.
+inline constexpr double applyDpi = 300;
 
 /// Called before the first page and after each with the pages done and the pages in all.
 using Progress = std::function<void(int done, int total)>;
@@ -43,6 +47,15 @@ using Progress = std::function<void(int done, int total)>;
 [[nodiscard]] QCoro::Task<std::optional<PdfPage>> rebuildPage(PdfPage page, double dpi,
                                                               std::optional<MagicSettings> levels,
                                                               bool ocr, std::optional<QUrl> raw);
+
+/// A new page from each of the regions `boxes` of an old one as it is shown, in their order; see
+/// `correctPerspective`. The pixels come from the image file `raw`, or where there is none that can
+/// be read from the old page drawn at `dpi`. Each page has the true size of its region, no
+/// rotation, and its own text if `ocr` is set. A box that can't be used is left out; without an
+/// image there are no pages. `progress` counts the boxes.
+[[nodiscard]] QCoro::Task<QList<PdfPage>> cropPage(PdfPage page, QList<Quad> boxes, double dpi,
+                                                   bool ocr, std::optional<QUrl> raw,
+                                                   Progress progress = {});
 
 /// Gives every page of the document at `location` a new text layer, its picture redrawn at `dpi`,
 /// and answers what `write` answers for the result. What else the document holds stays.

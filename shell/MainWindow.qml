@@ -3,6 +3,7 @@ import Velmor.Controls
 import Velmor.Windows
 import Velmor.Home
 import Velmor.Browser
+import Velmor.Editor
 import Velmor.Shell
 
 // The main window: the home screen as a card, the drawer beside it, and the application's menu.
@@ -48,12 +49,23 @@ KeyableMainWindow {
 
         GalleryPanel {
             ScansBrowserView {
+                id: scans
+
+                // The types of the model and of the request are known to other modules than these.
+                // qmllint disable
                 browser: ScansBrowser {
-                    // The type of the model is known to another module than the browser's.
-                    // qmllint disable
                     model: window.model
-                    // qmllint enable
                 }
+
+                editor: PageEditorView {
+                    cornerRadius: scans.cornerRadius
+                    onDone: changed => scans.browser.finishEditing(changed)
+                    Component.onCompleted: {
+                        editor.model = window.model;
+                        editor.open(scans.browser.editRequest);
+                    }
+                }
+                // qmllint enable
             }
         }
 

@@ -1,5 +1,6 @@
 #include "pipeline/recognition/PagePreparation.h"
 
+#include "pipeline/ImageView.h"
 #include "pipeline/recognition/RuleRemoval.h"
 #include "pipeline/recognizer/RecognizerMessages.h"
 
@@ -47,17 +48,11 @@ constexpr double surePaper = 90;
 /// A line of print set light on dark covers more coarse pixels than this.
 constexpr int smallestBlock = 200;
 
-cv::Mat view(const QImage &image, int type)
-{
-    return {image.height(), image.width(), type, const_cast<uchar *>(image.constBits()),
-            static_cast<size_t>(image.bytesPerLine())};
-}
-
 QImage greyImage(const cv::Mat &mat)
 {
     QImage image(mat.cols, mat.rows, QImage::Format_Grayscale8);
     if (!image.isNull())
-        mat.copyTo(view(image, CV_8UC1));
+        mat.copyTo(imageView(image, CV_8UC1));
     return image;
 }
 
@@ -112,13 +107,13 @@ std::vector<cv::Mat> planes(const QImage &image, double factor)
                       (!image.hasAlphaChannel() && image.isGrayscale());
     if (grey) {
         const QImage bytes = image.convertToFormat(QImage::Format_Grayscale8);
-        return {reduced(view(bytes, CV_8UC1), factor).clone()};
+        return {reduced(imageView(bytes, CV_8UC1), factor).clone()};
     }
     const QImage colours = image.hasAlphaChannel()
                                ? onWhite(image.convertToFormat(QImage::Format_ARGB32_Premultiplied))
                                : image.convertToFormat(QImage::Format_RGB32);
     std::vector<cv::Mat> channels;
-    cv::split(reduced(view(colours, CV_8UC4), factor), channels);
+    cv::split(reduced(imageView(colours, CV_8UC4), factor), channels);
     channels.pop_back(); // alpha
     return channels;
 }
@@ -249,7 +244,7 @@ void smoothGrain(PreparedPage &page)
     if (page.dpi < leastSmoothedDpi)
         return;
     const double radius = grainRadius * page.dpi;
-    const cv::Mat pixels = view(page.pixels, CV_8UC1);
+    const cv::Mat pixels = imageView(page.pixels, CV_8UC1);
     cv::GaussianBlur(pixels, pixels, {0, 0}, radius, radius, cv::BORDER_REPLICATE);
 }
 
@@ -286,7 +281,7 @@ PreparedPage turned(const PreparedPage &page, int degrees)
     if (degrees == 0)
         return page;
     cv::Mat result;
-    cv::rotate(view(page.pixels, CV_8UC1), result, rotateCode(degrees));
+    cv::rotate(imageView(page.pixels, CV_8UC1), result, rotateCode(degrees));
     return {greyImage(result), page.dpi};
 }
 

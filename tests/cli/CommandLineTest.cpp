@@ -93,12 +93,54 @@ TEST(CommandLine, WrongUseIsToldPrecisely)
         {"magic --black 1.5 a.pdf", "0 to 1, not “1.5”"           },
         {"magic --gamma nan a.pdf", "0.1 to 10, not “nan”"        },
         {"devices --device x",      "device"                      },
+        {"crop a.pdf",              "--quad is missing"           },
+        {"crop --page 0 a.pdf",     "from 1, not “0”"             },
+        {"crop --page 1.5 a.pdf",   "from 1, not “1.5”"           },
+        {"crop --quad 0,0 a.pdf",   "four corners"                },
+        {"crop a.pdf b.pdf",        "“b.pdf”"                     },
     };
     for (const auto &c : cases) {
         const Request request = parsed(c.arguments);
         const auto *wrong = std::get_if<WrongUse>(&request);
         ASSERT_TRUE(wrong) << c.arguments;
         EXPECT_THAT(wrong->message.toStdString(), HasSubstr(c.message));
+    }
+}
+
+TEST(CommandLine, ARegionIsFourCornersInAnyOrder)
+{
+    const Quad wanted{
+        {QPointF(0.1, 0.2), QPointF(0.9, 0.25), QPointF(0.85, 1), QPointF(0, 0.9)}
+    };
+    const struct {
+        const char *corners;
+        bool isRegion;
+    } cases[] = {
+        {"0.1,0.2 0.9,0.25 0.85,1 0,0.9",        true },
+        {"  .85,1\t0,.9   .9,.25\n.1,.2 ",       true },
+        {"0.1,0.2 0.9,0.25 0.85,1",              false},
+        {"0.1,0.2 0.9,0.25 0.85,1 0,0.9 0.5,.5", false},
+        {"0.1,0.2 0.9,0.25 0.85,1 0",            false},
+        {"0.1,0.2 0.9,0.25 0.85,1 0,0.9,1",      false},
+        {"0.1,0.2 0.9,0.25 0.85,1 0,x",          false},
+        {"0.1,0.2 0.9,0.25 0.85,1 0,nan",        false},
+        {"0.1,0.2 0.9,0.25 0.85,1.01 0,0.9",     false},
+        {"0,0 0,0 0,0 0,0",                      false},
+        {"",                                     false},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.corners);
+        const Request request = parseCommandLine(
+            {QStringLiteral("velmor"), QStringLiteral("crop"), QStringLiteral("--page=2"),
+             QStringLiteral("--quad"), QString::fromUtf8(c.corners), QStringLiteral("a.pdf")},
+            QStringLiteral("1.2"));
+        const auto *crop = std::get_if<CropRequest>(&request);
+        ASSERT_EQ(crop != nullptr, c.isRegion);
+        if (crop) {
+            EXPECT_EQ(crop->page, 1);
+            EXPECT_EQ(crop->boxes, QList<Quad>(1, wanted));
+            EXPECT_TRUE(crop->ocr);
+        }
     }
 }
 

@@ -274,6 +274,31 @@ TEST_F(VelmorCommandTest, LevelsGoToEachFileThatCanBeChanged)
     EXPECT_EQ(readFile(pdf), kept);
 }
 
+TEST_F(VelmorCommandTest, RegionsTakeThePlaceOfTheirPage)
+{
+    startScan("scan: " + doneWith(2));
+    ASSERT_EQ(exitCode(), 0);
+    const QString pdf = QFile::decodeName(output.trimmed());
+    const auto crop = [&](const QStringList &arguments, int code, const char *message) {
+        errors.clear();
+        start({}, QStringList({QStringLiteral("crop"), QStringLiteral("--quad"),
+                               QStringLiteral("0,0 1,0 1,.25 0,.25"), QStringLiteral("--quad"),
+                               QStringLiteral("0,.5 1,.5 1,1 0,1")}) +
+                      arguments);
+        EXPECT_EQ(exitCode(), code);
+        EXPECT_THAT(errors.toStdString(), HasSubstr(message));
+    };
+    const QString noText = QStringLiteral("--no-ocr");
+    crop({noText, QStringLiteral("--page=3"), pdf}, 2, "There is no page 3; the last one is 2");
+    crop({noText, folder.filePath(QStringLiteral("none.pdf"))}, 6, "couldn't be opened");
+    EXPECT_EQ(PdfDocument::open(QUrl::fromLocalFile(pdf))->pageCount(), 2);
+
+    crop({noText, QStringLiteral("--page=2"), pdf}, 0, "Cropped into 2 pages");
+    EXPECT_EQ(output, QFile::encodeName(pdf) + '\n');
+    const QList<int> heights = heightsOf(PdfDocument::open(QUrl::fromLocalFile(pdf)).value());
+    EXPECT_THAT(heights, testing::ElementsAre(72, 18, 36));
+}
+
 TEST_F(VelmorCommandTest, FilesAreSplitTurnedAndMergedAgain)
 {
     startScan("scan: " + doneWith(3));

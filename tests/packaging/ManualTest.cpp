@@ -52,7 +52,7 @@ TEST(Manual, NamesTheOptionsThatTheHelpNames)
     EXPECT_EQ(optionsIn(manualSection(QStringLiteral(".SH OPTIONS"))),
               optionsIn(helpOf({QStringLiteral("--help")})));
     for (const char *name :
-         {"scan", "devices", "presets", "magic", "ocr", "rotate", "merge", "split"}) {
+         {"scan", "devices", "presets", "magic", "crop", "ocr", "rotate", "merge", "split"}) {
         SCOPED_TRACE(name);
         const QString command = QString::fromUtf8(name);
         const QString section = manualSection(QStringLiteral(".SS \"velmor %1\"").arg(command));

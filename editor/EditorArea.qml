@@ -1,0 +1,147 @@
+import QtQuick
+import QtQuick.Templates as T
+import Velmor.Controls
+import Velmor.Editor
+
+// The page, what is drawn on it, and what the pointer and the keys do there.
+T.Control {
+    id: area
+
+    required property PageEditor editor
+    // Of the sheet whose lower right corner this lies on.
+    property real cornerRadius: 0
+
+    clip: true
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: false
+    onWidthChanged: editor.viewSize = Qt.size(width, height)
+    onHeightChanged: editor.viewSize = Qt.size(width, height)
+    Accessible.role: Accessible.Graphic
+    Accessible.name: editor.currentCornerName || qsTr("Page %1").arg(editor.pageIndex + 1)
+    Accessible.description: editor.currentCornerPlace
+    Accessible.focusable: true
+    Keys.onPressed: event => event.accepted = editor.handleCropKey(event.key, event.modifiers)
+
+    NoWindowDrag {
+        anchors.fill: parent
+    }
+
+    ScrollZoomCatcher {
+        anchors.fill: parent
+        onPan: delta => area.editor.applyPan(delta)
+        onZoom: (factor, anchor) => area.editor.applyZoom(factor, anchor)
+    }
+
+    RoundedBox {
+        anchors.fill: parent
+        anchors.leftMargin: -radius
+        anchors.topMargin: -radius
+        radius: area.cornerRadius
+        color: Theme.track
+    }
+
+    Spinner {
+        anchors.centerIn: parent
+        running: !area.editor.hasImage && area.editor.hint === ""
+    }
+
+    Text {
+        anchors.centerIn: parent
+        width: parent.width - 40
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.Wrap
+        visible: text !== ""
+        text: area.editor.hint
+        font.family: Theme.fontFamily
+        font.pixelSize: 13
+        color: Theme.textSecondary
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: text
+    }
+
+    PageImage {
+        anchors.fill: parent
+        editor: area.editor
+    }
+
+    CropOverlay {
+        anchors.fill: parent
+        visible: area.editor.isCrop && area.editor.hasImage
+        editor: area.editor
+        color: Theme.accent
+        showsFocus: area.activeFocus
+    }
+
+    InteractionLayer {
+        objectName: "interactionLayer"
+        anchors.fill: parent
+        visible: area.editor.hasImage
+        cursorShape: area.editor.isMagic ? Qt.CrossCursor : Qt.ArrowCursor
+        onDragged: (start, location) => area.editor.dragChanged(start, location)
+        onEnded: (start, location) => area.editor.dragEnded(location)
+        onCanceled: area.editor.dragCancelled()
+        onHovered: location => area.editor.hover(location)
+        onHoverEnded: area.editor.hoverLeft()
+        onPinched: (factor, anchor, movement) => {
+            area.editor.applyPan(movement);
+            area.editor.applyZoom(factor, anchor);
+        }
+    }
+
+    LoupeOverlay {
+        anchors.fill: parent
+        editor: area.editor
+    }
+
+    FocusRing {
+        anchors.margins: 3
+        shown: area.visualFocus
+        parentRadius: 2
+    }
+
+    RoundedBox {
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 14
+        visible: area.editor.hasProposal
+        width: proposalPill.width
+        height: proposalPill.height
+        radius: height / 2
+        color: Qt.alpha(Theme.track, 0.92)
+        lineWidth: 1
+        lineColor: Qt.rgba(0, 0, 0, 0.08)
+
+        PillButton {
+            id: proposalPill
+
+            objectName: "useOutline"
+            horizontalPadding: 14
+            verticalPadding: 6
+            font.pixelSize: 12
+            focusPolicy: Qt.NoFocus
+            text: qsTr("Use this outline")
+            hint: qsTr("Crop along the dashed line (Tab)")
+            onClicked: area.editor.acceptProposal()
+        }
+    }
+
+    RoundedBox {
+        anchors.centerIn: parent
+        visible: area.editor.busy
+        width: busySpinner.width + 40
+        height: busySpinner.height + 40
+        radius: 12
+        color: Theme.frost
+        lineWidth: 1
+        lineColor: Qt.rgba(0, 0, 0, 0.08)
+
+        Spinner {
+            id: busySpinner
+
+            anchors.centerIn: parent
+            width: 32
+            height: 32
+            running: area.editor.busy
+        }
+    }
+}

@@ -1,0 +1,191 @@
+#include "tests/editor/PageEditorFixture.h"
+#include "tests/model/SmallDisk.h"
+
+#include <QFile>
+#include <QThreadPool>
+
+namespace velmor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr auto crop = EditorMode::crop;
+constexpr auto magic = EditorMode::magic;
+
+class PageEditorApplyTest : public PageEditorFixture {
+protected:
+    /// Opens a scan of five pages at the third, ready to be applied.
+    void prepare(EditorMode mode)
+    {
+        url = scan({100, 200, 300, 400, 500});
+        before = readFile(url.toLocalFile());
+        giveRawPages(url, QList<QImage>(5, noise({200, 600})));
+        open(url, mode, {2, 1, std::nullopt});
+        if (mode == magic)
+            editor->setBlackLum(0.25);
+        else
+            clickBox(0.1, 0.1, 0.6, 0.3);
+    }
+
+    QList<int> heights() const { return heightsOf(PdfDocument::open(url).value()); }
+
+    QUrl url;
+    QByteArray before;
+};
+
+TEST_F(PageEditorApplyTest, CropPutsAPageForEachBoxInThePagesPlace)
+{
+    prepare(crop);
+    clickBox(0, 0.5, 1, 1);
+    click(at(0.5, 0.45));
+    EXPECT_TRUE(editor->handleKey(QStringLiteral("return")));
+    EXPECT_TRUE(editor->busy());
+    EXPECT_FALSE(editor->canApply());
+    editor->applyCrop();
+    ASSERT_TRUE(waitForDone());
+    EXPECT_THAT(heights(), ElementsAre(100, 200, 60, 150, 400, 500));
+    EXPECT_EQ(qRound(PdfDocument::open(url)->page(2)->mediaBox().width()), 50);
+    EXPECT_EQ(toast(), u"Cropped into 2 pages");
+    EXPECT_EQ(RawStore::pageCount(url), 0);
+    EXPECT_TRUE(model->undoEdit(url));
+    EXPECT_EQ(readFile(url.toLocalFile()), before);
+    EXPECT_THAT(ends, ElementsAre(true));
+}
+
+TEST_F(PageEditorApplyTest, CropCutsATurnedPageAsItIsShown)
+{
+    PdfDocument document;
+    PdfPage page = plainPage({100, 200});
+    page.setRotation(90);
+    ASSERT_TRUE(document.insertPage(page, 0));
+    url = saved(document);
+    open(url, crop);
+    clickBox(0, 0, 0.5, 1);
+    editor->applyCrop();
+    ASSERT_TRUE(waitForDone());
+    const auto cut = PdfDocument::open(url)->page(0);
+    EXPECT_EQ(cut->displayedSize().toSize(), QSize(100, 100));
+    EXPECT_EQ(cut->rotation(), 0);
+    EXPECT_EQ(toast(), u"Cropped");
+}
+
+TEST_F(PageEditorApplyTest, CropOfNothingUsableEndsWithoutAWord)
+{
+    url = scan({200});
+    before = readFile(url.toLocalFile());
+    open(url, crop);
+    for (int i = 0; i < 4; ++i)
+        click(at(0.5, 0.5));
+    editor->applyCrop();
+    ASSERT_TRUE(waitForDone());
+    EXPECT_THAT(ends, ElementsAre(false));
+    EXPECT_EQ(toast(), QString());
+    EXPECT_EQ(readFile(url.toLocalFile()), before);
+}
+
+TEST_F(PageEditorApplyTest, MagicRebuildsThePageAndKeepsTheRawPages)
+{
+    prepare(magic);
+    editor->setSoftness(0.75);
+    const MagicSettings levels = editor->levels().settings();
+    EXPECT_TRUE(editor->handleKey(QStringLiteral("return")));
+    EXPECT_EQ(model->magicPreset(), levels) << "whatever becomes of the page";
+    editor->resetMagic();
+    ASSERT_TRUE(waitForDone());
+    EXPECT_THAT(ends, ElementsAre(true));
+    EXPECT_THAT(heights(), ElementsAre(100, 200, 300, 400, 500));
+    EXPECT_EQ(toast(), u"Magic applied to page 3 — paintbrush copies it to other scans, ⌘Z undoes");
+    EXPECT_EQ(RawStore::pageCount(url), 5);
+    EXPECT_TRUE(model->undoableFiles().contains(url));
+
+    const auto page = PdfDocument::open(url)->page(2);
+    const auto shown = PageRaster::render(*page, PageRaster::Dpi{144});
+    const auto meant =
+        PageRaster::applyLevels(noise({200, 600}), levels.black, levels.white, levels.gamma);
+    ASSERT_TRUE(shown && meant);
+    ASSERT_EQ(shown->size(), meant->size());
+    double off = 0;
+    for (int y = 0; y < 600; ++y)
+        for (int x = 0; x < 200; ++x)
+            off += std::abs(qGray(shown->pixel(x, y)) - qGray(meant->pixel(x, y)));
+    EXPECT_LT(off / (200 * 600), 12) << "the noise is still there, but for its compression";
+}
+
+TEST_F(PageEditorApplyTest, LeavingMeanwhileLeavesEverythingAsItWas)
+{
+    for (const EditorMode mode : {crop, magic}) {
+        url = scan({200});
+        before = readFile(url.toLocalFile());
+        giveRawPages(url, {noise({300, 600})});
+        open(url, mode);
+        editor->setBlackLum(0.5);
+        editor->addBox();
+        editor->apply();
+        ASSERT_TRUE(editor->busy());
+        editor->cancel();
+        // The work that was begun comes to an end with and without the one who began it.
+        if (mode == magic)
+            editor.reset();
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
+        EXPECT_THAT(ends, ElementsAre(false));
+        EXPECT_EQ(readFile(url.toLocalFile()), before);
+        EXPECT_EQ(RawStore::pageCount(url), 1);
+        EXPECT_EQ(toast(), QString());
+        EXPECT_THAT(model->undoableFiles(), IsEmpty());
+    }
+}
+
+TEST_F(PageEditorApplyTest, APageChangeMeanwhileDoesNotDisturb)
+{
+    prepare(magic);
+    editor->applyMagic();
+    editor->setPageIndex(0);
+    EXPECT_FALSE(editor->hasImage());
+    ASSERT_TRUE(waitForDone());
+    EXPECT_THAT(ends, ElementsAre(true));
+    EXPECT_EQ(toast().left(23), u"Magic applied to page 3");
+}
+
+TEST_F(PageEditorApplyTest, AFileThatSomebodyElseChangedIsLeftAlone)
+{
+    const struct {
+        EditorMode mode;
+        bool isRemoved;
+        const char *toast;
+    } cases[] = {
+        {crop,  false, "Not applied — the file has been changed meanwhile"},
+        {magic, true,  "Not applied — the file isn't there any more"      },
+    };
+    for (const auto &c : cases) {
+        prepare(c.mode);
+        QFile file(url.toLocalFile());
+        c.isRemoved ? (void)file.remove() : (void)writeFile(file.fileName(), "other content");
+        editor->apply();
+        ASSERT_TRUE(waitForDone());
+        EXPECT_EQ(ends.takeLast(), false);
+        EXPECT_EQ(toast(), QString::fromUtf8(c.toast));
+        EXPECT_EQ(file.exists(), !c.isRemoved);
+        EXPECT_EQ(RawStore::pageCount(url), 5);
+        const bool isKept = c.isRemoved || readFile(file.fileName()) == "other content";
+        EXPECT_TRUE(isKept);
+    }
+}
+
+TEST_F(PageEditorApplyTest, AWriteThatFailsKeepsTheScanAndItsRawPages)
+{
+    prepare(crop);
+    {
+        const SmallDisk disk(rlim_t(before.size() / 2));
+        editor->applyCrop();
+        ASSERT_TRUE(waitForDone());
+    }
+    EXPECT_THAT(ends, ElementsAre(false));
+    EXPECT_EQ(toast(), u"Couldn't write — folder isn't writable");
+    EXPECT_EQ(readFile(url.toLocalFile()), before);
+    EXPECT_EQ(RawStore::pageCount(url), 5);
+}
+
+} // namespace
+} // namespace velmor
