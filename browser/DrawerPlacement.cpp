@@ -45,4 +45,11 @@ DrawerPlacement placeDrawer(const DrawerSizes &sizes, const QRect &parent, const
     return place;
 }
 
+QSize drawerSizeBesideCentre(const DrawerSizes &sizes, int parentWidth, int screenWidth)
+{
+    const int room = (screenWidth - parentWidth) / 2 - drawerGap;
+    const int width = std::max(sizes.smallest.width(), std::min(sizes.wanted.width(), room));
+    return {width, sizes.wanted.height()};
+}
+
 } // namespace velmor

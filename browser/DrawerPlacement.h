@@ -33,4 +33,10 @@ struct DrawerSizes {
 [[nodiscard]] DrawerPlacement placeDrawer(const DrawerSizes &sizes, const QRect &parent,
                                           const QRect &screen);
 
+/// The size that leaves the whole drawer on a screen of `screenWidth` if the main window, which is
+/// `parentWidth` wide, is in its middle: where new windows open as a rule. For where no window
+/// knows its place.
+[[nodiscard]] QSize drawerSizeBesideCentre(const DrawerSizes &sizes, int parentWidth,
+                                           int screenWidth);
+
 } // namespace velmor

@@ -41,10 +41,9 @@ GalleryWindow {
             hollow: true
         }
 
-        Rectangle {
+        RoundedBox {
             anchors.fill: parent
             radius: drawer.composited ? drawer.cardRadius : 0
-            color: "white"
         }
 
         FocusScope {

@@ -34,11 +34,16 @@ QEasingCurve easeIn()
     return curve({0.42, 0}, {1, 1});
 }
 
+/// Wayland tells no window where it is.
+bool isPlaceKnown()
+{
+    return !QGuiApplication::platformName().startsWith(u"wayland");
+}
+
 /// The part of the screen that windows use; empty where no window knows its place.
 QRect usableScreen(const QWindow &window)
 {
-    const bool placeKnown = !QGuiApplication::platformName().startsWith(u"wayland");
-    return placeKnown && window.screen() ? window.screen()->availableGeometry() : QRect();
+    return isPlaceKnown() && window.screen() ? window.screen()->availableGeometry() : QRect();
 }
 
 bool isMotionReduced(const GalleryPanel &panel)
@@ -123,6 +128,11 @@ bool GalleryPanel::make()
     m_child.reset(static_cast<GalleryWindow *>(made.release()));
     QQmlEngine::setObjectOwnership(m_child.get(), QQmlEngine::CppOwnership);
     connect(m_child.get(), &GalleryWindow::closeAsked, this, [this] { setPresented(false); });
+    const auto *parent = qobject_cast<CardWindow *>(window());
+    if (!isPlaceKnown() && parent && parent->screen())
+        m_child->setCardSize(drawerSizeBesideCentre({m_child->cardSize(), m_child->smallestCard()},
+                                                    parent->cardWidth(),
+                                                    parent->screen()->size().width()));
     return true;
 }
 

@@ -2,11 +2,20 @@ import QtQuick
 import QtQuick.Templates as T
 import Velmor.Controls
 
-// A tool tip: the explaining text that appears when the pointer rests on a control.
+// A tool tip: the explaining text that appears when the pointer rests on a control. It stands below
+// that, and moves aside to stay within what its window shows.
 T.ToolTip {
     id: hint
 
-    x: parent ? Math.round((parent.width - width) / 2) : 0
+    function settle() {
+        const area = parent ? ShownArea.around(parent) : null;
+        if (!area)
+            return;
+        const left = parent.mapToItem(area, 0, 0).x;
+        const wanted = (parent.width - width) / 2;
+        x = Math.round(Math.max(margins - left, Math.min(wanted, area.width - margins - width - left)));
+    }
+
     y: parent ? parent.height + 6 : 0
     implicitWidth: Math.min(contentItem.implicitWidth + leftPadding + rightPadding, 300)
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
@@ -15,6 +24,8 @@ T.ToolTip {
     verticalPadding: 5
     delay: 700
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+    onAboutToShow: settle()
+    onWidthChanged: settle()
 
     contentItem: Text {
         text: hint.text

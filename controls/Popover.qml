@@ -5,8 +5,7 @@ import Velmor.Controls
 // A small pane that belongs to its parent and points at it. Esc and a click elsewhere close it.
 //
 // `edge` is the side of the parent on which it stands: Qt.BottomEdge or Qt.TopEdge. It takes the
-// other side where it has no room, and moves aside to stay within what its window shows: the item
-// that fills the window or, where the pointer goes through a margin, the card in it.
+// other side where it has no room, and moves aside to stay within what its window shows.
 T.Popup {
     id: popover
 
@@ -28,17 +27,9 @@ T.Popup {
         property real arrow: 0
     }
 
-    function shownArea(): Item {
-        const window = (T.Overlay.overlay as Item)?.parent ?? null;
-        let area = parent;
-        while (area && area.parent !== window)
-            area = area.parent;
-        return area === parent ? window : area;
-    }
-
     function settle() {
-        const area = shownArea();
-        if (!parent || !area)
+        const area = parent ? ShownArea.around(parent) : null;
+        if (!area)
             return;
         const anchor = parent.mapToItem(area, 0, 0);
         const roomAbove = anchor.y - height;

@@ -1,7 +1,7 @@
 import QtQuick
 import Velmor.Controls
 
-// A button that shows a state which its owner keeps, such as a switch: a check box for those who
+// A switch in all but its look, which shows a state that its owner keeps: a check box for those who
 // don't see it. A click asks for a change and makes none.
 PlainButton {
     id: button

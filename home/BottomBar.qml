@@ -10,7 +10,7 @@ Item {
 
     implicitHeight: Math.max(settings.height, scans.height)
 
-    StatefulButton {
+    ToggleButton {
         id: settings
 
         objectName: "settingsButton"
@@ -19,9 +19,9 @@ Item {
         symbol: "settings"
         symbolSize: 19
         symbolWeight: Font.DemiBold
-        color: bar.base.showAdvanced ? Theme.accent : Theme.textSecondary
+        color: isOn ? Theme.accent : Theme.textSecondary
         hint: qsTr("Settings")
-        checkState: bar.base.showAdvanced ? Qt.Checked : Qt.Unchecked
+        isOn: bar.base.showAdvanced
         onClicked: bar.base.toggleAdvanced()
     }
 
@@ -33,7 +33,7 @@ Item {
         text: bar.base.lastError
     }
 
-    StatefulButton {
+    ToggleButton {
         id: scans
 
         objectName: "scansButton"
@@ -43,9 +43,9 @@ Item {
         symbol: "scans"
         symbolSize: 21
         symbolWeight: Font.DemiBold
-        color: bar.base.showScans ? Theme.accent : Theme.textSecondary
+        color: isOn ? Theme.accent : Theme.textSecondary
         hint: qsTr("My scans")
-        checkState: bar.base.showScans ? Qt.Checked : Qt.Unchecked
+        isOn: bar.base.showScans
         Accessible.description: bar.base.scanCount === 1 ? qsTr("1 scan") : qsTr("%n scans", "", bar.base.scanCount)
         onClicked: bar.base.toggleScans()
 

@@ -15,7 +15,7 @@ Column {
         title: qsTr("Auto-enhance")
         subtitle: qsTr("Crop · straighten · levels · clean")
 
-        aside: StatefulButton {
+        aside: ToggleButton {
             objectName: "fineTune"
             width: 20
             height: 20
@@ -24,7 +24,7 @@ Column {
             color: Theme.textSecondary
             hint: qsTr("Fine-tune the enhance steps")
             rotation: 90 * Math.min(1.2, unfolding.value)
-            checkState: steps.panel.showFineTune ? Qt.Checked : Qt.Unchecked
+            isOn: steps.panel.showFineTune
             onClicked: steps.panel.showFineTune = !steps.panel.showFineTune
         }
 

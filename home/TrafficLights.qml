@@ -30,12 +30,11 @@ Item {
                 color: Qt.rgba(0, 0, 0, 0.55)
             }
         }
-        background: Rectangle {
+        background: RoundedBox {
             radius: 6
             color: light.down ? Qt.darker(light.disc, 1.1) : light.disc
-            border.pixelAligned: false
-            border.width: 0.5
-            border.color: Qt.rgba(0, 0, 0, 0.12)
+            lineWidth: 0.5
+            lineColor: Qt.rgba(0, 0, 0, 0.12)
         }
     }
 
@@ -71,14 +70,13 @@ Item {
             onClicked: lights.minimiseClicked()
         }
 
-        Rectangle {
+        RoundedBox {
             width: 12
             height: 12
             radius: 6
             color: "#E3E2E7"
-            border.pixelAligned: false
-            border.width: 0.5
-            border.color: Qt.rgba(0, 0, 0, 0.08)
+            lineWidth: 0.5
+            lineColor: Qt.rgba(0, 0, 0, 0.08)
         }
     }
 }

@@ -164,7 +164,8 @@ void AppModel::handle(const EngineEvent &event)
         assign(m_lastError, std::nullopt, &AppModel::lastErrorChanged);
     } else if (word == u"status") {
         if (event.message) {
-            setStatusText(*event.message);
+            // Engines speak English. What the application says in the same words has a translation.
+            setStatusText(staticMetaObject.tr(event.message->toUtf8().constData(), nullptr));
             Q_EMIT engineSpoke(*event.message);
         }
     } else if (word == u"page") {

@@ -30,17 +30,19 @@ QList<Line> ownCredits()
 {
     return {
         {AboutText::tr("Scanning engine powered by SANE")},
-        {AboutText::tr("© the authors of SANE, sane-airscan, OpenCV and Qt"), 10, QFont::Normal,
-         true},
+        {AboutText::tr("© the authors of SANE, sane-airscan, OpenCV, libpng and Qt"), 10,
+         QFont::Normal, true},
         {AboutText::tr("SANE and sane-airscan are licensed under the GNU GPL 2 (or later) with an "
                        "exception for their use by other programs;"),
          10, QFont::Normal, true},
-        {AboutText::tr("OpenCV is licensed under the Apache License 2.0, Qt under the GNU LGPL 3."),
+        {AboutText::tr("OpenCV is licensed under the Apache License 2.0, libpng under its own "
+                       "license, Qt under the GNU LGPL 3."),
          10, QFont::Normal, true},
         {AboutText::tr("The engine runs as a separate process (scanengine)."), 10, QFont::Normal,
          true},
         {AboutText::tr("Source code: %1")
-             .arg(u"sane-project.org, github.com/alexpevzner/sane-airscan, opencv.org, qt.io"),
+             .arg(u"sane-project.org, github.com/alexpevzner/sane-airscan, opencv.org, libpng.org, "
+                  u"qt.io"),
          10, QFont::Normal, true},
     };
 }

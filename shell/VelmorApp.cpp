@@ -11,6 +11,7 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QInputDevice>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
 #include <QSessionManager>
@@ -42,6 +43,19 @@ void chooseWindowSystem()
         qputenv("QT_QPA_PLATFORM", "wayland");
 }
 
+/// A Wayland that has neither keyboard nor pointer, one that is looked at from afar for example:
+/// Qt 6.4's own input method crashes there as soon as a text asks for the way it is written. Which
+/// one it takes is decided when the application object is made, so the program starts once more.
+void avoidInputMethodWithoutSeat(char **argv)
+{
+    constexpr auto inputMethod = "QT_IM_MODULE";
+    if (!QGuiApplication::platformName().startsWith(u"wayland") ||
+        !QInputDevice::devices().isEmpty() || qEnvironmentVariableIsSet(inputMethod))
+        return;
+    qputenv(inputMethod, "compose");
+    execv("/proc/self/exe", argv);
+}
+
 /// A display without OpenGL has pictures drawn by the processor.
 void chooseRenderer()
 {
@@ -67,6 +81,7 @@ std::unique_ptr<QGuiApplication> makeApplication(int &argc, char **argv)
         application = std::make_unique<QGuiApplication>(argc, argv);
     }
     qInstallMessageHandler(handler);
+    avoidInputMethodWithoutSeat(argv);
 
     QCoreApplication::setApplicationName(QStringLiteral("Velmor"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMOR_VERSION));

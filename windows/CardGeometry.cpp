@@ -1,6 +1,7 @@
 #include "windows/CardGeometry.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace velmor {
 
@@ -30,6 +31,15 @@ QRect resized(const QRect &card, Qt::Edges edges, const QPoint &way, const QSize
     if (edges.testFlag(Qt::BottomEdge))
         box.setBottom(std::max(card.bottom() + way.y(), card.top() - 1 + smallest.height()));
     return box;
+}
+
+int wholePixelStep(qreal ratio)
+{
+    for (const int step : {1, 2, 3, 4}) {
+        if (qFuzzyCompare(step * ratio, std::round(step * ratio)))
+            return step;
+    }
+    return 1;
 }
 
 Qt::CursorShape cursorFor(Qt::Edges edges)

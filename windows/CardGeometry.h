@@ -19,6 +19,10 @@ struct EdgeGrip {
 [[nodiscard]] QRect resized(const QRect &card, Qt::Edges edges, const QPoint &way,
                             const QSize &smallest);
 
+/// The least number of logical pixels, up to 4, that is a whole number of the screen's at `ratio`;
+/// 1 if there is none. What changes its size by so many at a time keeps its edges sharp.
+[[nodiscard]] int wholePixelStep(qreal ratio);
+
 /// The pointer that shows what dragging the edges does.
 [[nodiscard]] Qt::CursorShape cursorFor(Qt::Edges edges);
 

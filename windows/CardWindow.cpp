@@ -185,7 +185,8 @@ void CardWindow::dragTo(const QPoint &pointer)
     m_drag->moving = true;
     QRect card = m_drag->card.translated(way);
     if (m_drag->edges) {
-        card = resized(m_drag->card, m_drag->edges, way, m_smallestCard);
+        const int step = wholePixelStep(devicePixelRatio());
+        card = resized(m_drag->card, m_drag->edges, way / step * step, m_smallestCard);
         m_cardSize = card.size();
         setFrame(card.topLeft(), fittingSize());
         Q_EMIT cardSizeChanged();

@@ -45,5 +45,16 @@ TEST(DrawerPlacement, TheDrawerIsBesideTheWindowAndOnTheScreen)
     }
 }
 
+TEST(DrawerPlacement, BesideTheMiddleOfAScreenItIsWholeIfItCanBe)
+{
+    const DrawerSizes sizes{
+        {900, 580},
+        {620, 440}
+    };
+    EXPECT_EQ(drawerSizeBesideCentre(sizes, 380, 2560), QSize(900, 580));
+    EXPECT_EQ(drawerSizeBesideCentre(sizes, 380, 1920), QSize(760, 580));
+    EXPECT_EQ(drawerSizeBesideCentre(sizes, 380, 1366), QSize(620, 580));
+}
+
 } // namespace
 } // namespace velmor

@@ -84,6 +84,8 @@ TEST(Accessibility, TellsRoleNameAndState)
          Check::on                                                                                                       },
         {"BinaryToggle { text: 'Batch'; isOn: true }",                     Role::CheckBox,     "Batch",       Check::on  },
         {"BinaryToggle { text: 'Batch' }",                                 Role::CheckBox,     "Batch",       Check::off },
+        {"ToggleButton { hint: 'Settings'; isOn: true }",                  Role::Button,       "Settings",    Check::on  },
+        {"ToggleButton { hint: 'Settings' }",                              Role::Button,       "Settings",    Check::off },
         {"CheckMark { text: 'Folder'; checked: true }",                    Role::CheckBox,     "Folder",      Check::on  },
         {"ChoiceButton { text: 'Invoices'; selected: true }",              Role::RadioButton,  "Invoices",
          Check::on                                                                                                       },

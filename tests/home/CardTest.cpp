@@ -349,11 +349,11 @@ TEST_F(CardTest, ScreenReadersKnowTheCard)
         {"chevron",        "Choose a preset",             QAccessible::Button,      false, false},
         {"presetRow0",     "Invoices",                    QAccessible::RadioButton, false, true },
         {"scanButton",     "Scan",                        QAccessible::Button,      false, false},
-        {"settingsButton", "Settings",                    QAccessible::CheckBox,    false, true },
-        {"scansButton",    "My scans",                    QAccessible::CheckBox,    false, false},
+        {"settingsButton", "Settings",                    QAccessible::Button,      false, true },
+        {"scansButton",    "My scans",                    QAccessible::Button,      false, false},
         {"quality",        "Quality",                     QAccessible::Grouping,    false, false},
         {"master",         "Auto-enhance",                QAccessible::CheckBox,    false, false},
-        {"fineTune",       "Fine-tune the enhance steps", QAccessible::CheckBox,    false, false},
+        {"fineTune",       "Fine-tune the enhance steps", QAccessible::Button,      false, false},
         {"saveAsPreset",   "Save as preset…",             QAccessible::Button,      false, false},
     };
     for (const auto &c : cases) {

@@ -67,6 +67,15 @@ TEST(CardGeometry, AnEdgeIsDraggedAndTheOppositeOneStays)
     }
 }
 
+TEST(CardGeometry, SizesChangeByWholePixels)
+{
+    EXPECT_EQ(wholePixelStep(1), 1);
+    EXPECT_EQ(wholePixelStep(1.25), 4);
+    EXPECT_EQ(wholePixelStep(4 / 3.0), 3);
+    EXPECT_EQ(wholePixelStep(1.5), 2);
+    EXPECT_EQ(wholePixelStep(1.1), 1) << "ten are too coarse";
+}
+
 TEST(CardGeometry, RoundedRowsCoverTheCardButItsCorners)
 {
     const QRect box(3, 5, 60, 50);
