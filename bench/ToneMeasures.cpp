@@ -18,10 +18,10 @@ constexpr double rimMm = 5;
 /// white leaves out.
 constexpr double shadingMm = 2;
 
-/// The sheet as it is meant to look: on white paper.
-cv::Mat onWhite(const corpus::PageArt &art)
+/// `page`, the sheet of `art`, as it is meant to look: on white paper.
+cv::Mat onWhite(const corpus::PageArt &art, const QImage &page)
 {
-    const cv::Mat sheet = scanengine::pixelsOf(art.page);
+    const cv::Mat sheet = scanengine::pixelsOf(page);
     const cv::Mat bare = scanengine::pixelsOf(art.paper);
     const cv::Scalar paper =
         cv::countNonZero(bare) > 0 ? cv::mean(sheet, bare) : cv::Scalar::all(255);
@@ -77,21 +77,24 @@ cv::Mat shadingOf(const corpus::PageArt &art)
     cv::morphologyEx(scanengine::pixelsOf(art.ink), areas, cv::MORPH_OPEN,
                      cv::getStructuringElement(cv::MORPH_RECT, {side, side}));
     cv::Mat grey;
-    cv::cvtColor(onWhite(art), grey, cv::COLOR_BGRA2GRAY);
+    cv::cvtColor(onWhite(art, art.page), grey, cv::COLOR_BGRA2GRAY);
     return areas & (grey > 127);
 }
 
 } // namespace
 
-CleaningMeasures measureCleaning(const corpus::PageArt &art, const QImage &cleaned)
+CleaningMeasures measureCleaning(const corpus::PageArt &art, const QImage &seen,
+                                 const QImage &cleaned)
 {
     CleaningMeasures result;
-    const cv::Mat truth = onWhite(art);
+    const cv::Mat truth = onWhite(art, art.page);
     const cv::Mat page = colored(cleaned);
     cv::Mat smooth;
     cv::Mat smoothTruth;
+    cv::Mat smoothSeen;
     cv::blur(page, smooth, {3, 3});
     cv::blur(truth, smoothTruth, {3, 3});
+    cv::blur(onWhite(art, seen), smoothSeen, {3, 3});
     double sum = 0;
     double squares = 0;
     double colorBefore = 0;
@@ -107,8 +110,10 @@ CleaningMeasures measureCleaning(const corpus::PageArt &art, const QImage &clean
             const auto darkest = std::min_element(&wanted[0], &wanted[3]) - &wanted[0];
             const double contrast = 1 - wanted[int(darkest)] / 255.0;
             if (ink[x] && !photo[x] && contrast >= leastContrast && !isInRim(art, x, y)) {
+                const double seenContrast =
+                    1 - smoothSeen.at<cv::Vec4b>(y, x)[int(darkest)] / 255.0;
                 ++result.inkPixels;
-                result.lostInk += 1 - found[int(darkest)] / 255.0 < contrast / 2;
+                result.lostInk += 1 - found[int(darkest)] / 255.0 < seenContrast / 2;
             }
             if (paper[x] && !isInRim(art, x, y)) {
                 const auto &pixel = page.at<cv::Vec4b>(y, x);
@@ -136,15 +141,19 @@ CleaningMeasures measureCleaning(const corpus::PageArt &art, const QImage &clean
     return result;
 }
 
-BlackWhiteMeasures measureBlackWhite(const corpus::PageArt &art, const QImage &bits)
+BlackWhiteMeasures measureBlackWhite(const corpus::PageArt &art, const QImage &seen,
+                                     const QImage &bits)
 {
     BlackWhiteMeasures result;
     const QImage grey = bits.convertToFormat(QImage::Format_Grayscale8);
     const cv::Mat shading = shadingOf(art);
     cv::Mat sheet;
+    cv::Mat seenSheet;
     cv::Mat left;
-    cv::cvtColor(onWhite(art), sheet, cv::COLOR_BGRA2GRAY);
+    cv::cvtColor(onWhite(art, art.page), sheet, cv::COLOR_BGRA2GRAY);
+    cv::cvtColor(onWhite(art, seen), seenSheet, cv::COLOR_BGRA2GRAY);
     cv::blur(sheet, sheet, {3, 3});
+    cv::blur(seenSheet, seenSheet, {3, 3});
     cv::blur(scanengine::pixelsOf(grey), left, {3, 3});
     for (int y = 0; y < grey.height(); ++y) {
         const uchar *level = grey.constScanLine(y);
@@ -155,7 +164,8 @@ BlackWhiteMeasures measureBlackWhite(const corpus::PageArt &art, const QImage &b
             if (art.ink.constScanLine(y)[x] && !art.photo.constScanLine(y)[x] &&
                 shading.at<uchar>(y, x) == 0 && contrast >= 255 * leastContrast) {
                 ++result.inkPixels;
-                result.lostInk += 255 - left.at<uchar>(y, x) < contrast / 2;
+                const double seenContrast = 255 - seenSheet.at<uchar>(y, x);
+                result.lostInk += 255 - left.at<uchar>(y, x) < seenContrast / 2;
             }
             if (art.paper.constScanLine(y)[x]) {
                 ++result.paperPixels;

@@ -78,8 +78,9 @@ void add(Row &row, const PageRecipe &recipe, const Pictures &pictures)
     if (isTakenForBlank != art.isBlank)
         pictures.save(scan, recipe, "blank test");
 
+    const QImage seen = softened(art.page, exposure);
     const QImage cleaned = withCleanBackground(scan, survey);
-    const CleaningMeasures measures = measureCleaning(art, cleaned);
+    const CleaningMeasures measures = measureCleaning(art, seen, cleaned);
     const double loss = measures.inkPixels > 0 ? measures.lostInk / measures.inkPixels : 0;
     row.cleaning.inkPixels += measures.inkPixels;
     row.cleaning.lostInk += measures.lostInk;
@@ -103,7 +104,7 @@ void add(Row &row, const PageRecipe &recipe, const Pictures &pictures)
         pictures.save(scan, recipe, "colours lost");
 
     const QImage bits = inBlackAndWhite(scan);
-    const BlackWhiteMeasures blackWhite = measureBlackWhite(art, bits);
+    const BlackWhiteMeasures blackWhite = measureBlackWhite(art, seen, bits);
     row.blackWhite.inkPixels += blackWhite.inkPixels;
     row.blackWhite.lostInk += blackWhite.lostInk;
     row.blackWhite.paperPixels += blackWhite.paperPixels;

@@ -60,16 +60,22 @@ QImage throughJpeg(const QImage &image, int quality)
 
 } // namespace
 
-QImage exposed(const QImage &sheet, const Exposure &exposure)
+QImage softened(const QImage &sheet, const Exposure &exposure)
 {
     QImage image = sheet;
     cv::Mat page = view(image);
-    const double pixelsPerMm = sheet.dotsPerMeterX() / 1000.0;
     if (exposure.blurMm > 0)
-        cv::GaussianBlur(page, page, {}, exposure.blurMm * pixelsPerMm);
+        cv::GaussianBlur(page, page, {}, exposure.blurMm * sheet.dotsPerMeterX() / 1000.0);
     if (exposure.fringePixels > 0)
         displace(page, exposure.fringePixels);
-    light(page, exposure, pixelsPerMm);
+    return image;
+}
+
+QImage exposed(const QImage &sheet, const Exposure &exposure)
+{
+    QImage image = softened(sheet, exposure);
+    cv::Mat page = view(image);
+    light(page, exposure, sheet.dotsPerMeterX() / 1000.0);
     if (exposure.noise > 0) {
         cv::Mat noise(page.size(), CV_8SC4);
         cv::RNG(exposure.seed).fill(noise, cv::RNG::NORMAL, 0, exposure.noise);

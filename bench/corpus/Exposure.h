@@ -17,6 +17,10 @@ struct Exposure {
     quint32 seed = 1;
 };
 
+/// `sheet`, which is RGB32, as sharp as the scanner sees it, and else as it is: evenly lit and
+/// without noise.
+[[nodiscard]] QImage softened(const QImage &sheet, const Exposure &exposure);
+
 /// `sheet`, which is RGB32, as it comes from the scanner; RGB32 or 8-bit grey.
 [[nodiscard]] QImage exposed(const QImage &sheet, const Exposure &exposure);
 

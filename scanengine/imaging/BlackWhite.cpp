@@ -50,14 +50,28 @@ cv::Mat thresholdsOf(const PageSurvey &survey)
     cv::Mat between;
     cv::addWeighted(dark, 1 - threshold, light, threshold, 0, between);
     between.copyTo(ofStrokes, strokes != 0);
+    // Pencil beside something black is judged by itself.
+    ink.setTo(255, survey.strokes != weakStroke);
+    const cv::Mat pale = darkestAround(ink, cells);
+    cv::Mat ofPale;
+    cv::addWeighted(pale, 1 - threshold, light, threshold, 0, ofPale);
+    ofPale.setTo(0, pale >= light);
+    const cv::Mat paler = cv::max(ofStrokes, ofPale);
+    paler.copyTo(ofStrokes, strokes != 0);
     // The palest ends of strokes aren't found; the threshold beside them reaches that far.
+    const cv::Mat reach = cv::getStructuringElement(cv::MORPH_RECT, {7, 7});
     cv::Mat near;
-    cv::erode(ofStrokes, near, cv::getStructuringElement(cv::MORPH_RECT, {7, 7}));
+    cv::erode(ofStrokes, near, reach);
+    cv::dilate(ofPale, ofPale, reach);
+    near = cv::max(near, ofPale);
     near.copyTo(ofStrokes, strokes == 0);
 
     cv::Mat result(cells, CV_8UC1, cv::Scalar(128));
     ofStrokes.copyTo(result, ofStrokes < 255);
-    between.copyTo(result, (light < 200) & (light - dark >= leastContrastOnDark));
+    const cv::Mat isContrasty = light - dark >= leastContrastOnDark;
+    between.copyTo(result, (light < 200) & isContrasty);
+    // Beside the edge of a black area lies nothing but noise: that is black as well.
+    result.setTo(128, (light < 128) & ~isContrasty);
     cv::blur(result, result, {3, 3});
     if (survey.paper.exists) {
         cv::Mat paper;

@@ -77,8 +77,8 @@ struct Strokes {
     }
 };
 
-/// Makes weak strokes of the `candidates` among which most are weak strokes already: faint pencil
-/// isn't sharp everywhere.
+/// Makes weak strokes of the `candidates` among which a fourth are weak strokes already: faint
+/// pencil isn't sharp everywhere, and next to nothing of what shines through is.
 void addVouchedFor(cv::Mat &marks, const cv::Mat &candidates)
 {
     const cv::Mat doubtful = candidates & (marks == 0);
@@ -86,7 +86,7 @@ void addVouchedFor(cv::Mat &marks, const cv::Mat &candidates)
     cv::Mat doubtfulShare;
     cv::blur(marks == weakStroke, weakShare, {neighbourhood, neighbourhood});
     cv::blur(doubtful, doubtfulShare, {neighbourhood, neighbourhood});
-    marks.setTo(weakStroke, doubtful & (weakShare > doubtfulShare));
+    marks.setTo(weakStroke, doubtful & (3 * weakShare > doubtfulShare));
 }
 
 /// How much darker than both its sides each pixel of `here` is, in the best of four directions.

@@ -286,6 +286,17 @@ TEST(BlackWhite, KeepsStrokesOfAnyKindAndLeavesThePaperEmpty)
     }
 }
 
+TEST(BlackWhite, KeepsWhatLiesBesideBlackAndTheBlackItself)
+{
+    Sheet sheet;
+    sheet.disc({30, 40}, 12, ink).word({43, 38.5}, faintPencil).grain();
+    const QImage page = inBlackAndWhite(sheet.image());
+    for (int stroke = 0; stroke < 8; ++stroke)
+        EXPECT_EQ(at(page, 43.2 + stroke * 1.1, 40), QColor(Qt::black)) << stroke;
+    for (double x = 19; x < 41; x += 0.1)
+        ASSERT_EQ(at(page, x, 40), QColor(Qt::black)) << x;
+}
+
 TEST(BlackWhite, DrawsNoLineWhereAShadeEnds)
 {
     Sheet sheet;
