@@ -102,6 +102,14 @@ QCoro::Task<> PageEditor::loadInBackground()
     show(std::move(page));
     if (!hasImage())
         giveUp(tr("This page can't be shown"));
+    if (!hasImage() || !isCrop())
+        co_return;
+    QFuture<std::optional<Quad>> finding = outlineForEditing(m_baseImage, wish);
+    const std::optional<Quad> outline = co_await finding;
+    if (!self || m_wish != wish || m_isDone || !outline)
+        co_return;
+    m_crop.propose(*outline);
+    Q_EMIT boxesChanged();
 }
 
 void PageEditor::show(EditedPage page)
