@@ -39,7 +39,11 @@ void PageEditor::open(const QUrl &url, EditorMode mode, const EditorViewport &vi
     m_mode = mode;
     m_pendingViewport = viewport;
     Q_EMIT opened();
-    readFile(viewport.pageIndex);
+    // Once the caller has laid out the view, whose size the viewport needs.
+    const auto begin = [this, page = viewport.pageIndex] {
+        readFile(page);
+    };
+    QMetaObject::invokeMethod(this, begin, Qt::QueuedConnection);
 }
 
 QCoro::Task<> PageEditor::readFile(int wantedPage)
@@ -149,7 +153,7 @@ QImage PageEditor::displayImage() const
 
 void PageEditor::applyPendingViewport()
 {
-    if (!m_pendingViewport || !hasImage() || viewSize().isNull())
+    if (!m_pendingViewport || !hasImage() || viewSize().isEmpty())
         return;
     m_placement.applyViewport(*std::exchange(m_pendingViewport, std::nullopt));
 }
