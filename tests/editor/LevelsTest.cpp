@@ -76,6 +76,9 @@ TEST(LevelsAnalysis, AutoMakesPrintReadable)
     const auto papers = [](int row) {
         return grey(220 + row % 10);
     };
+    const auto shaded = [](int row) {
+        return grey(row < 6 ? 227 : 240);
+    };
     const auto paper = all(grey(240));
     const auto mute = all(qRgb(152, 120, 120));
     const auto vivid = all(qRgb(153, 120, 120));
@@ -88,6 +91,7 @@ TEST(LevelsAnalysis, AutoMakesPrintReadable)
         {"smaller than the grid", striped(inks, papers).copy(0, 0, 2, 2), 0.8, 0.95},
         {"too little print", striped(sparse, paper), 0.8, 0.95},
         {"print of many levels", striped(inks, papers), 90 / 255.0, 221 / 255.0},
+        {"shade that isn't paper", striped(all(grey(60)), shaded), 60 / 255.0, 240 / 255.0},
         {"faint: kept apart", striped(all(grey(226)), paper), 240 / 255.0 - 0.06, 240 / 255.0},
         {"too small a step", striped(all(grey(227)), paper), 0.8, 0.95},
         {"as dark as no ink is", striped(all(grey(2)), paper), 0.8, 0.95},

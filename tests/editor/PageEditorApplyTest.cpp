@@ -158,7 +158,10 @@ TEST_F(PageEditorApplyTest, LeavingMeanwhileLeavesEverythingAsItWas)
             if (mode == magic)
                 editor.reset();
         }
-        QCoreApplication::processEvents();
+        for (int step = 0; step < 10; ++step) {
+            QCoreApplication::processEvents();
+            QThreadPool::globalInstance()->waitForDone();
+        }
         EXPECT_THAT(ends, ElementsAre(false));
         EXPECT_EQ(readFile(url.toLocalFile()), before);
         EXPECT_EQ(RawStore::pageCount(url), 1);
