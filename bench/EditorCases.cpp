@@ -1,145 +1,139 @@
-// The page editor on an A4 scan of 600 dpi in colour, as its user waits for it.
+// What the page editor does with one page: a raw image of A4 at 600 dpi in colour, the heaviest
+// that a scan leaves. Wall time: the work is spread over threads.
 
 #include "bench/SamplePage.h"
-#include "editor/LevelsAnalysis.h"
-#include "editor/PageEditor.h"
+#include "pipeline/PageOutline.h"
 #include "pipeline/PageRaster.h"
 #include "pipeline/RawStore.h"
+#include "pipeline/VisionOCR.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
+#include <QCoroTask>
+#include <QImageWriter>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <benchmark/benchmark.h>
 
-#include <memory>
+#include <random>
 
 using namespace velmor;
 
 namespace {
 
-constexpr QSize scanPixels(4960, 7016);
-
-/// A scan that can be edited and put back as it was.
-class EditedScan {
+/// The sample letter on cream paper, with a sensor's noise, as a PNG file like the engine's.
+class RawPage {
 public:
-    EditedScan()
+    RawPage()
     {
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
-        const QImage page =
-            bench::samplePage().scaled(scanPixels).convertToFormat(QImage::Format_RGB32);
-        page.save(path("raw.png"), nullptr, 80);
-        PdfDocument document;
-        const auto jpeg = jpegImage(page, 0.85);
-        const auto made =
-            jpeg ? PageRaster::makePage(*jpeg, QSizeF(595.2, 841.92), {}) : std::nullopt;
-        QFile file(path("original.pdf"));
-        if (!made || !document.insertPage(*made, 0) || !file.open(QIODevice::WriteOnly) ||
-            !document.write(file))
-            qFatal("Couldn't make the scan.");
+        QImage page = bench::samplePage()
+                          .scaled(4960, 7016, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                          .convertToFormat(QImage::Format_RGB32);
+        std::minstd_rand random(1);
+        for (int y = 0; y < page.height(); ++y) {
+            auto *line = reinterpret_cast<QRgb *>(page.scanLine(y));
+            for (int x = 0; x < page.width(); ++x) {
+                const int value = qRed(line[x]) - static_cast<int>(random() % 4);
+                line[x] = qRgb(qBound(0, value, 255), qBound(0, value - 4, 255),
+                               qBound(0, value - 16, 255));
+            }
+        }
+        QImageWriter writer(location().toLocalFile(), "png");
+        writer.setCompression(20);
+        if (!writer.write(page))
+            qFatal("Couldn't write the raw page.");
     }
 
-    enum class Source { raw, pdf };
-
-    void putBack(Source source) const
+    [[nodiscard]] QUrl location() const
     {
-        QFile::remove(path("scan.pdf"));
-        QFile::copy(path("original.pdf"), path("scan.pdf"));
-        RawStore::remove(url());
-        if (source == Source::pdf)
-            return;
-        QFile::copy(path("raw.png"), path("page.png"));
-        RawStore::adopt({path("page.png")}, url());
+        return QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("page.png")));
     }
-
-    [[nodiscard]] QUrl url() const { return QUrl::fromLocalFile(path("scan.pdf")); }
 
 private:
-    [[nodiscard]] QString path(const char *name) const
-    {
-        return m_folder.filePath(QLatin1StringView(name));
-    }
-
-    QTemporaryDir m_folder;
+    QTemporaryDir m_folder{QStringLiteral("velmor_bench-XXXXXX")};
 };
 
-const EditedScan &scan()
+QUrl rawPage()
 {
-    static const EditedScan made;
-    return made;
+    static const RawPage page;
+    return page.location();
 }
 
-template <typename Condition> void waitUntil(Condition condition)
+/// Decoding alone, which all the others begin with.
+void decodeRaw(benchmark::State &state)
 {
-    while (!condition())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
-
-std::unique_ptr<PageEditor> opened(EditorMode mode)
-{
-    auto editor = std::make_unique<PageEditor>();
-    editor->setViewSize({900, 700});
-    editor->open(scan().url(), mode);
-    waitUntil([&] { return editor->hasImage() || !editor->hint().isEmpty(); });
-    return editor;
-}
-
-/// From the raw page, or from the PDF.
-void openPage(benchmark::State &state)
-{
-    scan().putBack(state.range(0) == 0 ? EditedScan::Source::raw : EditedScan::Source::pdf);
+    const QUrl location = rawPage();
     for (auto _ : state) {
-        if (!opened(EditorMode::magic)->hasImage())
-            state.SkipWithError("the page didn't show");
+        auto raw = RawStore::image(location);
+        if (!raw)
+            state.SkipWithError("the raw page couldn't be read");
+        benchmark::DoNotOptimize(raw);
     }
 }
 
-/// Without and with recognition, from the raw page.
-void apply(benchmark::State &state, EditorMode mode)
+/// Until the page can be shown and measured: decoded, reduced, and laid out as bytes.
+void baseImage(benchmark::State &state)
 {
-    scan().putBack(EditedScan::Source::raw); // Before a model reads the settings of this user.
-    AppModel model;
-    ScanSettings settings = model.settings();
-    settings.ocr = state.range(0) != 0;
-    model.setSettings(settings);
+    const QUrl location = rawPage();
     for (auto _ : state) {
-        state.PauseTiming();
-        scan().putBack(EditedScan::Source::raw);
-        const std::unique_ptr<PageEditor> editor = opened(mode);
-        editor->setModel(&model);
-        editor->addBox();
-        editor->autoSet();
-        std::optional<bool> isChanged;
-        QObject::connect(editor.get(), &PageEditor::done,
-                         [&](bool changed) { isChanged = changed; });
-        state.ResumeTiming();
-        editor->apply();
-        waitUntil([&] { return isChanged.has_value(); });
-        if (!*isChanged)
-            state.SkipWithError("nothing was applied");
+        const auto raw = RawStore::image(location);
+        const auto base = raw ? PageRaster::downscale(*raw, 1800) : std::nullopt;
+        if (!base)
+            state.SkipWithError("the raw page couldn't be read");
+        else
+            benchmark::DoNotOptimize(base->convertToFormat(QImage::Format_RGBA8888_Premultiplied));
     }
 }
 
+void pageOutline(benchmark::State &state)
+{
+    // A sheet on a lid, some degrees askew, so that all of the work is done.
+    QImage scan(1272, 1800, QImage::Format_RGB32);
+    scan.fill(qRgb(90, 90, 92));
+    const QImage sheet = bench::previewPage().scaledToWidth(850).transformed(
+        QTransform().rotate(4), Qt::SmoothTransformation);
+    for (int y = 0; y < sheet.height(); ++y) {
+        for (int x = 0; x < sheet.width(); ++x) {
+            if (qAlpha(sheet.pixel(x, y)) > 127)
+                scan.setPixel(x + 150, y + 250, sheet.pixel(x, y) | 0xFF000000);
+        }
+    }
+    for (auto _ : state) {
+        auto outline = findPageOutline(scan);
+        if (!outline)
+            state.SkipWithError("the sheet wasn't found");
+        benchmark::DoNotOptimize(outline);
+    }
+}
+
+/// One box, a little askew, over nearly all of the page; with recognition if the case says 1.
 void applyCrop(benchmark::State &state)
 {
-    apply(state, EditorMode::crop);
+    const QUrl location = rawPage();
+    const Quad box{{{{.02, .01}, {.985, .02}, {.98, .985}, {.01, .98}}}};
+    for (auto _ : state) {
+        const auto pages = QCoro::waitFor(VisionOCR::cropPage(
+            bench::samplePdfPage(), {box}, VisionOCR::applyDpi, state.range(0) != 0, location));
+        if (pages.isEmpty())
+            state.SkipWithError("the page wasn't cropped");
+    }
 }
 
+/// New levels for the page; with recognition if the case says 1.
 void applyMagic(benchmark::State &state)
 {
-    apply(state, EditorMode::magic);
-}
-
-void autoLevelsOfPreview(benchmark::State &state)
-{
-    const auto sample = rgbaBuffer(bench::previewPage());
-    for (auto _ : state)
-        benchmark::DoNotOptimize(autoLevels(sample.value()));
+    const QUrl location = rawPage();
+    const MagicSettings levels{0.1, 0.9, 1.2};
+    for (auto _ : state) {
+        const auto page = QCoro::waitFor(VisionOCR::rebuildPage(
+            bench::samplePdfPage(), VisionOCR::applyDpi, levels, state.range(0) != 0, location));
+        if (!page)
+            state.SkipWithError("the page wasn't rebuilt");
+    }
 }
 
 } // namespace
 
-BENCHMARK(autoLevelsOfPreview)->Unit(benchmark::kMillisecond);
-BENCHMARK(openPage)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(decodeRaw)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(baseImage)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(pageOutline)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(applyCrop)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(applyMagic)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->UseRealTime();
