@@ -18,6 +18,8 @@ PageEditor::PageEditor(QObject *parent) : QObject(parent)
         connect(this, source, this, &PageEditor::canApplyChanged);
     }
     connect(this, &PageEditor::opened, this, &PageEditor::instructionChanged);
+    // The page may move under a pointer at rest.
+    connect(this, &PageEditor::placementChanged, this, &PageEditor::hoverChanged);
     connect(this, &PageEditor::busyChanged, this, &PageEditor::canApplyChanged);
 }
 
@@ -130,7 +132,6 @@ void PageEditor::show(EditedPage page)
     Q_EMIT displayImageChanged();
     Q_EMIT placementChanged();
     Q_EMIT levelsChanged();
-    Q_EMIT hoverChanged();
 }
 
 void PageEditor::giveUp(const QString &hint)

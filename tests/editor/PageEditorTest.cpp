@@ -199,6 +199,10 @@ TEST_F(PageEditorTest, ClicksMeasureThePageAsItWasBeforeTheLevels)
     EXPECT_EQ(editor->displayImage(), editor->baseImage());
     editor->hover(at(0.25, 0.5));
     EXPECT_EQ(editor->loupeLabel(), u"20%");
+    QSignalSpy told(editor.get(), &PageEditor::hoverChanged);
+    editor->applyZoom(8, at(0, 0.5));
+    EXPECT_THAT(told, SizeIs(1)) << "another pixel is under the pointer";
+    editor->fit();
     editor->dragEnded(at(-0.1, 0.5));
     EXPECT_EQ(editor->clicksSoFar(), 0) << "released beside the page";
     editor->dragChanged(at(0.9, 0.5), at(0.25, 0.5));
