@@ -73,7 +73,7 @@ class PageEditor : public QObject {
 
 public:
     /// Resolution at which a page without a usable raw image is drawn for applying.
-    static constexpr double applyDpi = 300;
+    static constexpr double applyDpi = VisionOCR::applyDpi;
     /// The longest side, in pixels, of the image that is shown and measured.
     static constexpr double baseSide = 1800;
     /// The factor of one press on a zoom button.
