@@ -85,7 +85,7 @@ bool isFalse(std::optional<double> angle, const corpus::SceneCase &made, bool is
     return angle && isSingle && !made.hasLines && std::abs(*angle - made.scene.angle) > 1;
 }
 
-void savePicture(const QString &folder, const corpus::SceneCase &made,
+void savePicture(const QString &folder, quint32 seed, const corpus::SceneCase &made,
                  const std::optional<PageOutline> &outline)
 {
     QImage picture = made.scene.image;
@@ -97,7 +97,7 @@ void savePicture(const QString &folder, const corpus::SceneCase &made,
     if (outline)
         painter.drawPolygon(outline->corners());
     painter.end();
-    picture.save(QDir(folder).filePath(made.name + QStringLiteral(".png")));
+    picture.save(QDir(folder).filePath(QStringLiteral("%1 %2.png").arg(seed).arg(made.name)));
 }
 
 double shareWithin(const std::vector<double> &errors, double limit)
@@ -119,53 +119,63 @@ void printLine(const char *name, const Figures &figures)
                 figures.falseSkews);
 }
 
-} // namespace
-
-void printGeometryQuality(std::uint64_t seed, int count, const QString &pictures)
+/// Lays page and bed `i` of a series and adds to each group of `groups` it belongs to.
+void addScene(std::map<QString, Figures> &groups, quint32 seed, int i, const QString &pictures)
 {
     static constexpr std::array names{"page", "small",   "at the edge",   "photo",
                                       "hard", "several", "fills the bed", "no lines"};
     static constexpr std::array lids{"black", "grey", "white"};
-    std::map<QString, Figures> groups;
-    for (int i = 0; i < count; ++i) {
-        const corpus::SceneCase made = corpus::sceneCase(seed, i, sceneDpi);
-        const std::optional<PageOutline> outline = scanengine::findPage(made.scene.image);
-        const double cut = outline ? contentCut(*outline, made.scene) : 0;
-        const bool isSingle = made.scene.papers.size() == 1;
-        const double corner = outline && isSingle ? cornerError(*outline, made.scene.papers[0],
-                                                                made.scene.image.size())
-                                                  : 0;
-        const auto skew =
-            scanengine::textSkew(made.scene.image, outline ? outline->corners() : QPolygonF());
-        const auto angle = scanengine::pageSkew(made.scene.image, outline);
-        for (const QString &name :
-             {QString::fromLatin1(names[size_t(made.kind)]),
-              QString::fromLatin1(lids[size_t(made.lid)]), QStringLiteral("~ all")}) {
-            Figures &figures = groups[name];
-            ++figures.scenes;
-            figures.kept += outline ? 0 : 1;
-            figures.cut += cut > cutTolerance ? 1 : 0;
-            if (outline && isSingle)
-                figures.corners.push_back(corner);
-            figures.lined += made.hasLines ? 1 : 0;
-            figures.falseSkews += isFalse(angle, made, isSingle) ? 1 : 0;
-            if (made.hasLines && skew)
-                figures.textAngles.push_back(std::abs(skew->angle - made.scene.angle));
-            if (angle && isSingle && !isFalse(angle, made, isSingle))
-                figures.angles.push_back(std::abs(*angle - made.scene.angle));
-        }
-        if (!pictures.isEmpty() && (cut > cutTolerance || corner > 1.5 ||
-                                    (!outline && made.kind != corpus::SceneKind::full)))
-            savePicture(pictures, made, outline);
+    const corpus::SceneCase made = corpus::sceneCase(seed, i, sceneDpi);
+    const std::optional<PageOutline> outline = scanengine::findPage(made.scene.image);
+    const double cut = outline ? contentCut(*outline, made.scene) : 0;
+    const bool isSingle = made.scene.papers.size() == 1;
+    const double corner = outline && isSingle
+                              ? cornerError(*outline, made.scene.papers[0], made.scene.image.size())
+                              : 0;
+    const auto skew =
+        scanengine::textSkew(made.scene.image, outline ? outline->corners() : QPolygonF());
+    const auto angle = scanengine::pageSkew(made.scene.image, outline);
+    for (const QString &name : {QString::fromLatin1(names[size_t(made.kind)]),
+                                QString::fromLatin1(lids[size_t(made.lid)]),
+                                QStringLiteral("~ seed %1").arg(seed), QStringLiteral("~~ all")}) {
+        Figures &figures = groups[name];
+        ++figures.scenes;
+        figures.kept += outline ? 0 : 1;
+        figures.cut += cut > cutTolerance ? 1 : 0;
+        if (outline && isSingle)
+            figures.corners.push_back(corner);
+        figures.lined += made.hasLines ? 1 : 0;
+        figures.falseSkews += isFalse(angle, made, isSingle) ? 1 : 0;
+        if (made.hasLines && skew)
+            figures.textAngles.push_back(std::abs(skew->angle - made.scene.angle));
+        if (angle && isSingle && !isFalse(angle, made, isSingle))
+            figures.angles.push_back(std::abs(*angle - made.scene.angle));
     }
-    std::printf("%d scenes of seed %llu. Corners in mm, mean, 95 %% and most; angles in degrees, "
+    if (!pictures.isEmpty() &&
+        (cut > cutTolerance || corner > 1.5 || (!outline && made.kind != corpus::SceneKind::full)))
+        savePicture(pictures, seed, made, outline);
+}
+
+} // namespace
+
+void printGeometryQuality(const QList<quint32> &seeds, int count, const QString &pictures)
+{
+    if (!pictures.isEmpty())
+        QDir().mkpath(pictures);
+    std::map<QString, Figures> groups;
+    for (const quint32 seed : seeds) {
+        for (int i = 0; i < count; ++i)
+            addScene(groups, seed, i, pictures);
+    }
+    std::printf("%d scenes of each seed. Corners in mm, mean, 95 %% and most; angles in degrees, "
                 "mean, 95 %%, most\nand share within 0.1: by all evidence, and by text lines alone "
                 "where there are some.\n\n",
-                count, static_cast<unsigned long long>(seed));
+                count);
     std::printf("%-14s %6s %5s %4s  %17s  %27s  %27s  %5s\n", "", "scenes", "whole", "cut",
                 "corners", "angles", "text lines alone", "false");
     for (const auto &[name, figures] : groups)
         printLine(qPrintable(name), figures);
+    std::fflush(stdout);
 }
 
 } // namespace bench

@@ -111,26 +111,33 @@ void printCosts()
 
 } // namespace
 
-// velmor_imaging [scenes [seed... [--pictures folder]]]
-// Quality of page imaging for each seed, then what it costs.
+// velmor_imaging [pages [seed...]] [--only geometry|tones|costs] [--pictures folder]
+// The quality of page imaging on so many beds and pages of each seed, then what it costs.
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);
     QStringList arguments = QGuiApplication::arguments().mid(1);
-    QString pictures;
-    const qsizetype option = arguments.indexOf(QStringLiteral("--pictures"));
-    if (option >= 0) {
-        pictures = arguments.value(option + 1);
-        arguments = arguments.mid(0, option);
-    }
-    const int scenes = arguments.isEmpty() ? 240 : arguments.takeFirst().toInt();
-    if (arguments.isEmpty())
-        arguments = {QStringLiteral("1"), QStringLiteral("2")};
+    const auto takeOption = [&](const QString &name) {
+        const qsizetype at = arguments.indexOf(name);
+        const QString value = at < 0 ? QString() : arguments.value(at + 1);
+        if (at >= 0)
+            arguments.remove(at, std::min<qsizetype>(2, arguments.size() - at));
+        return value;
+    };
+    const QString pictures = takeOption(QStringLiteral("--pictures"));
+    const QString only = takeOption(QStringLiteral("--only"));
+    const int pages = arguments.isEmpty() ? 120 : arguments.takeFirst().toInt();
+    QList<quint32> seeds;
     for (const QString &seed : arguments)
-        bench::printGeometryQuality(seed.toULongLong(), scenes, pictures);
-    for (const QString &seed : arguments)
-        bench::printToneQuality(seed.toUInt(), scenes, pictures);
-    printCosts();
+        seeds.append(seed.toUInt());
+    if (seeds.isEmpty())
+        seeds = {1, 2};
+    if (only.isEmpty() || only == u"geometry")
+        bench::printGeometryQuality(seeds, pages, pictures);
+    if (only.isEmpty() || only == u"tones")
+        bench::printToneQuality(seeds, pages, pictures);
+    if (only.isEmpty() || only == u"costs")
+        printCosts();
     return 0;
 }

@@ -13,6 +13,7 @@
 #include <array>
 #include <cstdio>
 #include <map>
+#include <utility>
 
 using namespace corpus;
 using namespace scanengine;
@@ -23,10 +24,12 @@ namespace {
 /// The part of a page's ink pixels that may be lost to noise.
 constexpr double tolerance = 0.002;
 
-/// Sums over the pages of one content.
+/// Sums over pages.
 struct Row {
     int pages = 0;
     int takenForBlank = 0;
+    int falseBlanks = 0;
+    int missedBlanks = 0;
     CleaningMeasures cleaning;
     int pagesLosingInk = 0;
     double worstLoss = 0;
@@ -34,8 +37,12 @@ struct Row {
     double photoError = -1;
     double leastColor = 9;
     BlackWhiteMeasures blackWhite;
+    int pagesLosingInBlackWhite = 0;
     std::array<int, 3> depths{}; ///< Pages that became black and white, grey, coloured.
 };
+
+/// In the order of the table: the contents, then the seeds, then all.
+using Rows = std::map<std::pair<int, QString>, Row>;
 
 Depth depthOf(ColorMode mode)
 {
@@ -63,101 +70,125 @@ private:
     QString m_folder;
 };
 
-void add(Row &row, const PageRecipe &recipe, const Pictures &pictures)
-{
-    const PageArt art = drawPage(recipe);
-    Exposure exposure = exposureOf(recipe.seed);
-    // Without colours nobody can tell what was coloured.
-    if (art.depth == Depth::color)
-        exposure.isGrey = false;
-    const QImage scan = exposed(art.page, exposure);
-    ++row.pages;
-    const PageSurvey survey = surveyOf(scan);
-    const bool isTakenForBlank = isBlank(survey);
-    row.takenForBlank += isTakenForBlank;
-    if (isTakenForBlank != art.isBlank)
-        pictures.save(scan, recipe, "blank test");
-
-    const QImage seen = softened(art.page, exposure);
-    const QImage cleaned = withCleanBackground(scan, survey);
-    const CleaningMeasures measures = measureCleaning(art, seen, cleaned);
-    const double loss = measures.inkPixels > 0 ? measures.lostInk / measures.inkPixels : 0;
-    row.cleaning.inkPixels += measures.inkPixels;
-    row.cleaning.lostInk += measures.lostInk;
-    row.cleaning.paperPixels += measures.paperPixels;
-    row.cleaning.whitePaper += measures.whitePaper;
-    row.pagesLosingInk += loss > tolerance;
-    row.worstLoss = std::max(row.worstLoss, loss);
-    row.deviation = std::max(row.deviation, measures.paperDeviation);
-    row.photoError = std::max(row.photoError, measures.photoError);
-    if (measures.colorKept >= 0)
-        row.leastColor = std::min(row.leastColor, measures.colorKept);
-    const bool isPaperUneven = measures.paperDeviation > 4;
-    if (loss > tolerance || measures.photoError > 12 || isPaperUneven) {
-        pictures.save(scan, recipe, "scanned");
-        pictures.save(cleaned, recipe, "cleaned");
-    }
-
-    const auto depth = depthOf(colorsOf(cleaned, survey));
-    ++row.depths[size_t(depth)];
-    if (!art.isBlank && depth < art.depth)
-        pictures.save(scan, recipe, "colours lost");
-
-    const QImage bits = inBlackAndWhite(scan);
-    const BlackWhiteMeasures blackWhite = measureBlackWhite(art, seen, bits);
-    row.blackWhite.inkPixels += blackWhite.inkPixels;
-    row.blackWhite.lostInk += blackWhite.lostInk;
-    row.blackWhite.paperPixels += blackWhite.paperPixels;
-    row.blackWhite.salt += blackWhite.salt;
-    if (blackWhite.lostInk > 0.05 * blackWhite.inkPixels || blackWhite.salt > 500)
-        pictures.save(bits, recipe, "black and white");
-}
+/// A page as it was scanned and what the engine made of it.
+struct Outcome {
+    bool isBlank = false;
+    bool isTakenForBlank = false;
+    CleaningMeasures cleaning;
+    BlackWhiteMeasures blackWhite;
+    Depth depth = Depth::color;
+};
 
 double share(double part, double whole)
 {
     return whole > 0 ? part / whole : 0;
 }
 
-void print(const std::map<Content, Row> &rows)
+Outcome outcomeOf(const PageRecipe &recipe, const Pictures &pictures)
 {
-    std::printf("%-18s %5s %6s | %9s %5s %7s %6s %6s %6s | %8s %8s | %s\n", "tones", "pages",
-                "blank", "ink lost", ">tol", "worst", "white", "sd", "photo", "bw lost", "bw salt",
-                "bw/grey/colour (colour kept)");
-    int falseBlanks = 0;
-    int missedBlanks = 0;
-    int losing = 0;
-    for (const auto &[content, row] : rows) {
-        const bool isBlank = content == Content::blank;
-        (isBlank ? missedBlanks : falseBlanks) +=
-            isBlank ? row.pages - row.takenForBlank : row.takenForBlank;
-        losing += row.pagesLosingInk;
-        std::printf("%-18s %5d %6d | %8.4f%% %5d %6.2f%% %5.1f%% %6.2f %6.2f | %7.3f%% %7.1fm | "
-                    "%d/%d/%d",
-                    qPrintable(nameOf(content)), row.pages, row.takenForBlank,
-                    100 * share(row.cleaning.lostInk, row.cleaning.inkPixels), row.pagesLosingInk,
-                    100 * row.worstLoss,
-                    100 * share(row.cleaning.whitePaper, row.cleaning.paperPixels), row.deviation,
-                    row.photoError, 100 * share(row.blackWhite.lostInk, row.blackWhite.inkPixels),
-                    1e6 * share(row.blackWhite.salt, row.blackWhite.paperPixels), row.depths[0],
-                    row.depths[1], row.depths[2]);
-        if (row.leastColor < 9)
-            std::printf(" (%.2f)", row.leastColor);
-        std::printf("\n");
+    const PageArt art = drawPage(recipe);
+    Exposure exposure = exposureOf(recipe.seed);
+    // Without colours nobody can tell what was coloured.
+    if (art.depth == Depth::color)
+        exposure.isGrey = false;
+    const QImage seen = softened(art.page, exposure);
+    const QImage scan = exposed(art.page, exposure);
+    const PageSurvey survey = surveyOf(scan);
+    Outcome outcome;
+    outcome.isBlank = art.isBlank;
+    outcome.isTakenForBlank = isBlank(survey);
+    if (outcome.isTakenForBlank != art.isBlank)
+        pictures.save(scan, recipe, "blank test");
+
+    const QImage cleaned = withCleanBackground(scan, survey);
+    outcome.cleaning = measureCleaning(art, seen, cleaned);
+    const CleaningMeasures &cleaning = outcome.cleaning;
+    if (share(cleaning.lostInk, cleaning.inkPixels) > tolerance || cleaning.photoError > 12 ||
+        cleaning.paperDeviation > 4) {
+        pictures.save(scan, recipe, "scanned");
+        pictures.save(cleaned, recipe, "cleaned");
     }
-    std::printf("false blanks %d, missed blanks %d, pages losing more than %.1f %% of their ink "
-                "pixels %d\n",
-                falseBlanks, missedBlanks, 100 * tolerance, losing);
+
+    outcome.depth = depthOf(colorsOf(cleaned, survey));
+    if (!art.isBlank && outcome.depth < art.depth)
+        pictures.save(scan, recipe, "colours lost");
+
+    const QImage bits = inBlackAndWhite(scan);
+    outcome.blackWhite = measureBlackWhite(art, seen, bits);
+    const BlackWhiteMeasures &blackWhite = outcome.blackWhite;
+    if (share(blackWhite.lostInk, blackWhite.inkPixels) > tolerance || blackWhite.salt > 500)
+        pictures.save(bits, recipe, "black and white");
+    return outcome;
+}
+
+void add(Row &row, const Outcome &outcome)
+{
+    ++row.pages;
+    row.takenForBlank += outcome.isTakenForBlank;
+    row.falseBlanks += outcome.isTakenForBlank && !outcome.isBlank;
+    row.missedBlanks += outcome.isBlank && !outcome.isTakenForBlank;
+
+    const CleaningMeasures &cleaning = outcome.cleaning;
+    const double loss = share(cleaning.lostInk, cleaning.inkPixels);
+    row.cleaning.inkPixels += cleaning.inkPixels;
+    row.cleaning.lostInk += cleaning.lostInk;
+    row.cleaning.paperPixels += cleaning.paperPixels;
+    row.cleaning.whitePaper += cleaning.whitePaper;
+    row.pagesLosingInk += loss > tolerance;
+    row.worstLoss = std::max(row.worstLoss, loss);
+    row.deviation = std::max(row.deviation, cleaning.paperDeviation);
+    row.photoError = std::max(row.photoError, cleaning.photoError);
+    if (cleaning.colorKept >= 0)
+        row.leastColor = std::min(row.leastColor, cleaning.colorKept);
+
+    const BlackWhiteMeasures &blackWhite = outcome.blackWhite;
+    row.blackWhite.inkPixels += blackWhite.inkPixels;
+    row.blackWhite.lostInk += blackWhite.lostInk;
+    row.blackWhite.paperPixels += blackWhite.paperPixels;
+    row.blackWhite.salt += blackWhite.salt;
+    row.pagesLosingInBlackWhite += share(blackWhite.lostInk, blackWhite.inkPixels) > tolerance;
+    ++row.depths[size_t(outcome.depth)];
+}
+
+void print(const QString &name, const Row &row)
+{
+    std::printf("%-18s %5d %5d %5d %6d | %8.4f%% %5d %6.2f%% %5.1f%% %6.2f %6.2f | %7.3f%% %5d "
+                "%7.1fm | %d/%d/%d",
+                qPrintable(name), row.pages, row.takenForBlank, row.falseBlanks, row.missedBlanks,
+                100 * share(row.cleaning.lostInk, row.cleaning.inkPixels), row.pagesLosingInk,
+                100 * row.worstLoss, 100 * share(row.cleaning.whitePaper, row.cleaning.paperPixels),
+                row.deviation, row.photoError,
+                100 * share(row.blackWhite.lostInk, row.blackWhite.inkPixels),
+                row.pagesLosingInBlackWhite,
+                1e6 * share(row.blackWhite.salt, row.blackWhite.paperPixels), row.depths[0],
+                row.depths[1], row.depths[2]);
+    if (row.leastColor < 9)
+        std::printf(" (%.2f)", row.leastColor);
+    std::printf("\n");
 }
 
 } // namespace
 
-void printToneQuality(std::uint32_t seed, int count, const QString &folder)
+void printToneQuality(const QList<quint32> &seeds, int count, const QString &folder)
 {
     const Pictures pictures(folder);
-    std::map<Content, Row> rows;
-    for (const PageRecipe &recipe : pageRecipes(seed, count))
-        add(rows[recipe.content], recipe, pictures);
-    print(rows);
+    Rows rows;
+    for (const quint32 seed : seeds) {
+        for (const PageRecipe &recipe : pageRecipes(seed, count)) {
+            const Outcome outcome = outcomeOf(recipe, pictures);
+            constexpr int afterContents = 100;
+            add(rows[{int(recipe.content), nameOf(recipe.content)}], outcome);
+            add(rows[{afterContents, QStringLiteral("~ seed %1").arg(seed)}], outcome);
+            add(rows[{afterContents + 1, QStringLiteral("~~ all")}], outcome);
+        }
+    }
+    std::printf("\nTones. A page loses ink when more than %.1f %% of its ink pixels are lost.\n\n",
+                100 * tolerance);
+    std::printf("%-18s %5s %5s %5s %6s | %9s %5s %7s %6s %6s %6s | %8s %5s %8s | %s\n", "", "pages",
+                "blank", "false", "missed", "ink lost", "pages", "worst", "white", "sd", "photo",
+                "bw lost", "pages", "bw salt", "bw/grey/colour (colour kept)");
+    for (const auto &[name, row] : rows)
+        print(name.second, row);
     std::fflush(stdout);
 }
 

@@ -138,8 +138,10 @@ SaneDriver::Attempt SaneDriver::openScanner(const SaneScanner &scanner,
     const auto release = [this, backend](std::unique_ptr<SaneWorker> released) {
         letGo(std::move(released), backend);
     };
+    // Devices that a saned serves are those of SANE's net backend.
+    const DeviceSite site = backend == u"net" ? DeviceSite::scanServer : DeviceSite::own;
     if (answer)
-        return {std::make_unique<SaneSession>(std::move(worker), std::move(answer->options),
+        return {std::make_unique<SaneSession>(std::move(worker), site, std::move(answer->options),
                                               settings, m_limits, tell, release)};
     release(std::move(worker));
     if (const auto *trouble = std::get_if<WorkerTrouble>(&reply))

@@ -23,10 +23,10 @@ FeedResult asFeedResult(const std::variant<NoPaper, Cancelled, Fault> &obstacle)
 
 } // namespace
 
-SaneSession::SaneSession(std::unique_ptr<SaneWorker> worker, SaneOptions options,
+SaneSession::SaneSession(std::unique_ptr<SaneWorker> worker, DeviceSite site, SaneOptions options,
                          const CaptureSettings &settings, const SaneLimits &limits, TellStatus tell,
                          Release release)
-    : m_worker(std::move(worker)), m_options(std::move(options)),
+    : m_worker(std::move(worker)), m_site(site), m_options(std::move(options)),
       m_wish{settings.source, settings.dpi, settings.colorMode}, m_limits(limits),
       m_tell(std::move(tell)), m_release(std::move(release)), m_plan(m_wish)
 {
@@ -98,7 +98,7 @@ std::optional<SaneSession::Obstacle> SaneSession::setUp(const std::stop_token &s
         if (std::holds_alternative<Cancelled>(reply))
             return Cancelled{};
         if (const auto *trouble = std::get_if<WorkerTrouble>(&reply))
-            return Fault{troubleText(*trouble)};
+            return faultFor(*trouble);
         auto &answer = std::get<OptionsAnswer>(reply);
         qCInfo(logging) << "Set" << setting->name << "status" << int(answer.status);
         m_options = std::move(answer.options);
@@ -135,7 +135,7 @@ std::optional<SaneSession::Obstacle> SaneSession::startFrame(const std::stop_tok
         if (std::holds_alternative<Cancelled>(reply))
             return Cancelled{};
         if (const auto *trouble = std::get_if<WorkerTrouble>(&reply))
-            return Fault{troubleText(*trouble)};
+            return faultFor(*trouble);
         const auto &answer = std::get<StartedAnswer>(reply);
         qCInfo(logging) << "Start: status" << int(answer.status);
         m_frame = answer.parameters;
@@ -147,7 +147,7 @@ std::optional<SaneSession::Obstacle> SaneSession::startFrame(const std::stop_tok
             (answer.status == SaneStatus::deviceBusy && busy.pauseToRetry(stop)) ||
             (int(answer.status) == warmingUp && lamp.pauseToRetry(stop));
         if (!isAnotherTry)
-            return Fault{statusText(answer.status)};
+            return faultFor(answer.status);
     }
 }
 
@@ -159,7 +159,7 @@ std::optional<SaneSession::Obstacle> SaneSession::endBatch(const std::stop_token
     if (std::holds_alternative<Cancelled>(reply))
         return Cancelled{};
     if (const auto *trouble = std::get_if<WorkerTrouble>(&reply))
-        return Fault{troubleText(*trouble)};
+        return faultFor(*trouble);
     return std::nullopt;
 }
 
@@ -170,7 +170,7 @@ std::optional<SaneSession::Obstacle> SaneSession::readOptions(const std::stop_to
     if (std::holds_alternative<Cancelled>(reply))
         return Cancelled{};
     if (const auto *trouble = std::get_if<WorkerTrouble>(&reply))
-        return Fault{troubleText(*trouble)};
+        return faultFor(*trouble);
     m_options = std::move(std::get<OptionsAnswer>(reply).options);
     return std::nullopt;
 }
@@ -219,22 +219,43 @@ SheetResult SaneSession::readSheet(const std::stop_token &stop)
     }
 }
 
+// When the server or the way to it breaks down, SANE's net backend may crash, report an error of
+// input and output, or give a frame that can't be. The scanner itself is seldom to blame then.
+
+Fault SaneSession::faultFor(WorkerTrouble trouble) const
+{
+    const bool isLost = m_site == DeviceSite::scanServer && trouble == WorkerTrouble::crashed;
+    return {troubleText(isLost ? WorkerTrouble::serverLost : trouble)};
+}
+
+Fault SaneSession::faultFor(SaneStatus status) const
+{
+    const bool isLost = m_site == DeviceSite::scanServer && status == SaneStatus::ioError;
+    return {isLost ? troubleText(WorkerTrouble::serverLost) : statusText(status)};
+}
+
+Fault SaneSession::faultFor(const Fault &frameFault) const
+{
+    return m_site == DeviceSite::scanServer ? Fault{troubleText(WorkerTrouble::serverLost)}
+                                            : frameFault;
+}
+
 std::optional<SaneSession::Obstacle> SaneSession::readFrame(FrameAssembly &assembly,
                                                             const std::stop_token &stop)
 {
     if (const auto fault = assembly.begin(m_frame))
-        return *fault;
+        return faultFor(*fault);
     qint64 bytes = 0;
     for (;;) {
         const auto reply = m_worker->receive({m_limits.data, WorkerTrouble::hungInPage}, stop);
         if (std::holds_alternative<Cancelled>(reply) || stop.stop_requested())
             return Cancelled{};
         if (const auto *trouble = std::get_if<WorkerTrouble>(&reply))
-            return Fault{troubleText(*trouble)};
+            return faultFor(*trouble);
         const auto &answer = std::get<WorkerAnswer>(reply);
         if (const auto *data = std::get_if<DataAnswer>(&answer)) {
             if (const auto fault = assembly.append(data->bytes))
-                return *fault;
+                return faultFor(*fault);
             bytes += data->bytes.size();
             const qint64 announced = qint64{m_frame.lines} * m_frame.bytesPerLine;
             if (m_frame.lines >= 0 && bytes > announced + mostSurplus)
@@ -247,9 +268,9 @@ std::optional<SaneSession::Obstacle> SaneSession::readFrame(FrameAssembly &assem
         qCInfo(logging) << "Frame ended after" << assembly.linesRead() << "lines, status"
                         << int(end->status);
         if (end->status != SaneStatus::endOfData)
-            return Fault{statusText(end->status)};
+            return faultFor(end->status);
         if (const auto fault = assembly.end())
-            return *fault;
+            return faultFor(*fault);
         return std::nullopt;
     }
 }

@@ -13,6 +13,10 @@ namespace scanengine {
 
 class FrameAssembly;
 
+/// Where a device is: at this computer or a network of its own, or at another computer that shares
+/// it.
+enum class DeviceSite { own, scanServer };
+
 /// One device of SANE at work, in a worker process of its own.
 ///
 /// A feeder gives sheet after sheet; a flatbed gives one page, and then `NoPaper`. To wait for
@@ -25,7 +29,7 @@ public:
     using Release = std::function<void(std::unique_ptr<SaneWorker>)>;
 
     /// `worker` has the device open, with `options`.
-    SaneSession(std::unique_ptr<SaneWorker> worker, SaneOptions options,
+    SaneSession(std::unique_ptr<SaneWorker> worker, DeviceSite site, SaneOptions options,
                 const CaptureSettings &settings, const SaneLimits &limits, TellStatus tell,
                 Release release);
     ~SaneSession() override;
@@ -45,10 +49,14 @@ private:
     [[nodiscard]] std::optional<Obstacle> endBatch(const std::stop_token &stop);
     [[nodiscard]] std::optional<Obstacle> readOptions(const std::stop_token &stop);
     [[nodiscard]] std::optional<Obstacle> waitForPaper(const std::stop_token &stop);
+    [[nodiscard]] Fault faultFor(WorkerTrouble trouble) const;
+    [[nodiscard]] Fault faultFor(SaneStatus status) const;
+    [[nodiscard]] Fault faultFor(const Fault &frameFault) const;
     [[nodiscard]] std::optional<Obstacle> readFrame(FrameAssembly &assembly,
                                                     const std::stop_token &stop);
 
     std::unique_ptr<SaneWorker> m_worker;
+    DeviceSite m_site;
     SaneOptions m_options;
     CaptureWish m_wish;
     SaneLimits m_limits;

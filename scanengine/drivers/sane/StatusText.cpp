@@ -62,6 +62,9 @@ QString troubleText(WorkerTrouble trouble)
     case WorkerTrouble::deviceVanished:
         return QStringLiteral("The scanner is no longer there. Check that it is switched on and "
                               "connected, and look for scanners again.");
+    case WorkerTrouble::serverLost:
+        return QStringLiteral("The connection to the computer that shares the scanner was lost. "
+                              "Check the network and that computer, and scan again.");
     }
     return statusText(SaneStatus::good);
 }

@@ -29,6 +29,7 @@ enum class WorkerTrouble {
     hungAtStart,    ///< No page began in time.
     hungInPage,     ///< The data of a page stopped flowing.
     deviceVanished, ///< The device is no longer in the list, or was unplugged.
+    serverLost,     ///< The connection broke to the computer that serves the scanner.
 };
 
 /// A sentence for the person at the scanner: what is wrong and what to do. Every number gives one,

@@ -36,7 +36,7 @@ TEST(StatusText, EveryFaultHasAdviceOfItsOwn)
         if (SaneStatus(status) != SaneStatus::endOfData)
             texts.append(statusText(SaneStatus(status)));
     }
-    for (int trouble = 0; trouble <= int(WorkerTrouble::deviceVanished); ++trouble)
+    for (int trouble = 0; trouble <= int(WorkerTrouble::serverLost); ++trouble)
         texts.append(troubleText(WorkerTrouble(trouble)));
     for (const QString &text : std::as_const(texts))
         EXPECT_TRUE(isAdvice(text)) << text.toStdString();
