@@ -9,7 +9,7 @@ DialogWindow {
     property var lines: []
 
     title: qsTr("About VELMOR")
-    contentWidth: 420
+    contentWidth: 490
 
     Image {
         anchors.horizontalCenter: parent.horizontalCenter
