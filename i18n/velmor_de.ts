@@ -32,16 +32,8 @@
         <translation>Scan-Technik von SANE</translation>
     </message>
     <message>
-        <source>© the authors of SANE, sane-airscan, OpenCV and Qt</source>
-        <translation>© die Autoren von SANE, sane-airscan, OpenCV und Qt</translation>
-    </message>
-    <message>
         <source>SANE and sane-airscan are licensed under the GNU GPL 2 (or later) with an exception for their use by other programs;</source>
         <translation>SANE und sane-airscan stehen unter der GNU GPL 2 (oder neuer) mit einer Ausnahme für den Gebrauch durch andere Programme;</translation>
-    </message>
-    <message>
-        <source>OpenCV is licensed under the Apache License 2.0, Qt under the GNU LGPL 3.</source>
-        <translation>OpenCV steht unter der Apache-Lizenz 2.0, Qt unter der GNU LGPL 3.</translation>
     </message>
     <message>
         <source>The engine runs as a separate process (scanengine).</source>
@@ -54,6 +46,14 @@
     <message>
         <source>Version %1</source>
         <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>© the authors of SANE, sane-airscan, OpenCV, libpng and Qt</source>
+        <translation>© die Autoren von SANE, sane-airscan, OpenCV, libpng und Qt</translation>
+    </message>
+    <message>
+        <source>OpenCV is licensed under the Apache License 2.0, libpng under its own license, Qt under the GNU LGPL 3.</source>
+        <translation>OpenCV steht unter der Apache-Lizenz 2.0, libpng unter einer eigenen, Qt unter der GNU LGPL 3.</translation>
     </message>
 </context>
 <context>
@@ -245,7 +245,7 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
     <message>
         <source>Crop · straighten · levels · clean</source>
-        <translation>Zuschneiden · gerade richten · Tonwerte · säubern</translation>
+        <translation>Zuschnitt · Ausrichtung · Tonwerte · Säubern</translation>
     </message>
     <message>
         <source>Fine-tune the enhance steps</source>
