@@ -52,7 +52,7 @@
         <translation>© die Autoren von SANE, sane-airscan, OpenCV, libpng und Qt</translation>
     </message>
     <message>
-        <source>OpenCV is licensed under the Apache License 2.0, libpng under its own license, Qt under the GNU LGPL 3.</source>
+        <source>OpenCV is licensed under the Apache License 2.0, libpng under its own, Qt under the GNU LGPL 3.</source>
         <translation>OpenCV steht unter der Apache-Lizenz 2.0, libpng unter einer eigenen, Qt unter der GNU LGPL 3.</translation>
     </message>
 </context>
