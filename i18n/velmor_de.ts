@@ -49,11 +49,11 @@
     </message>
     <message>
         <source>© the authors of SANE, sane-airscan, OpenCV, libpng and Qt</source>
-        <translation type="unfinished"></translation>
+        <translation>© die Autoren von SANE, sane-airscan, OpenCV, libpng und Qt</translation>
     </message>
     <message>
-        <source>OpenCV is licensed under the Apache License 2.0, libpng under its own license, Qt under the GNU LGPL 3.</source>
-        <translation type="unfinished"></translation>
+        <source>OpenCV is licensed under the Apache License 2.0, libpng under its own, Qt under the GNU LGPL 3.</source>
+        <translation>OpenCV steht unter der Apache-Lizenz 2.0, libpng unter einer eigenen, Qt unter der GNU LGPL 3.</translation>
     </message>
 </context>
 <context>
@@ -245,7 +245,7 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
     <message>
         <source>Crop · straighten · levels · clean</source>
-        <translation>Zuschneiden · gerade richten · Tonwerte · säubern</translation>
+        <translation>Zuschnitt · Ausrichtung · Tonwerte · Säubern</translation>
     </message>
     <message>
         <source>Fine-tune the enhance steps</source>
@@ -626,60 +626,6 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
-    <name>velmor::EditorWords</name>
-    <message>
-        <source>Corner %1/4 — keep clicking</source>
-        <translation>Ecke %1/4 – weiterklicken</translation>
-    </message>
-    <message>
-        <source>Click the 4 corners of a document</source>
-        <translation>Die 4 Ecken eines Dokuments anklicken</translation>
-    </message>
-    <message>
-        <source>1 box — drag corners to adjust, add more, then Apply</source>
-        <translation>1 Rahmen – Ecken zum Anpassen ziehen, weitere hinzufügen, dann „Anwenden“</translation>
-    </message>
-    <message numerus="yes">
-        <source>%n boxes — drag corners to adjust, add more, then Apply</source>
-        <translation>
-            <numerusform>%n Rahmen – Ecken zum Anpassen ziehen, weitere hinzufügen, dann „Anwenden“</numerusform>
-            <numerusform>%n Rahmen – Ecken zum Anpassen ziehen, weitere hinzufügen, dann „Anwenden“</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Click the darkest ink to set the black point — or drag the sliders</source>
-        <translation>Für den Schwarzpunkt die dunkelste Tinte anklicken – oder die Regler ziehen</translation>
-    </message>
-    <message>
-        <source>Now click the white paper — or drag the sliders</source>
-        <translation>Jetzt das weiße Papier anklicken – oder die Regler ziehen</translation>
-    </message>
-    <message>
-        <source>Fine-tune with the sliders, then Apply</source>
-        <translation>Mit den Reglern fein einstellen, dann „Anwenden“</translation>
-    </message>
-    <message>
-        <source>Box %1, top left corner</source>
-        <translation>Rahmen %1, Ecke oben links</translation>
-    </message>
-    <message>
-        <source>Box %1, top right corner</source>
-        <translation>Rahmen %1, Ecke oben rechts</translation>
-    </message>
-    <message>
-        <source>Box %1, bottom right corner</source>
-        <translation>Rahmen %1, Ecke unten rechts</translation>
-    </message>
-    <message>
-        <source>Box %1, bottom left corner</source>
-        <translation>Rahmen %1, Ecke unten links</translation>
-    </message>
-    <message>
-        <source>%1% from the left, %2% from the top</source>
-        <translation>%1 % von links, %2 % von oben</translation>
-    </message>
-</context>
-<context>
     <name>velmor::GlobalMenu</name>
     <message>
         <source>About VELMOR</source>
@@ -692,47 +638,6 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message>
         <source>Quit</source>
         <translation>Beenden</translation>
-    </message>
-</context>
-<context>
-    <name>velmor::PageEditor</name>
-    <message>
-        <source>This file can&apos;t be opened</source>
-        <translation>Diese Datei lässt sich nicht öffnen</translation>
-    </message>
-    <message>
-        <source>This page can&apos;t be shown</source>
-        <translation>Diese Seite lässt sich nicht anzeigen</translation>
-    </message>
-    <message>
-        <source>Not applied — the file isn&apos;t there any more</source>
-        <translation>Nicht angewendet – die Datei ist nicht mehr da</translation>
-    </message>
-    <message>
-        <source>Not applied — the file has been changed meanwhile</source>
-        <translation>Nicht angewendet – die Datei wurde inzwischen geändert</translation>
-    </message>
-</context>
-<context>
-    <name>velmor::PageEdits</name>
-    <message>
-        <source>Couldn&apos;t write — folder isn&apos;t writable</source>
-        <translation>Schreiben nicht möglich – der Ordner ist schreibgeschützt</translation>
-    </message>
-    <message numerus="yes">
-        <source>Cropped into %n pages</source>
-        <translation>
-            <numerusform>In %n Seite zugeschnitten</numerusform>
-            <numerusform>In %n Seiten zugeschnitten</numerusform>
-        </translation>
-    </message>
-    <message>
-        <source>Cropped</source>
-        <translation>Zugeschnitten</translation>
-    </message>
-    <message>
-        <source>Magic applied to page %1 — paintbrush copies it to other scans, ⌘Z undoes</source>
-        <translation>Zauber auf Seite %1 angewendet – der Pinsel überträgt ihn auf andere Scans, Strg+Z macht ihn rückgängig</translation>
     </message>
 </context>
 <context>

@@ -58,7 +58,7 @@ protected:
         QQuickItem *const first = item("chip");
         for (const QQuickItem *chip :
              first ? first->parentItem()->childItems() : QList<QQuickItem *>()) {
-            if (chip->objectName() == u"chip")
+            if (chip->objectName() == u"chip" && chip->isVisible())
                 texts.append(chip->property("text").toString());
         }
         return texts;
@@ -245,6 +245,13 @@ TEST_F(CardTest, TabLeadsThroughEverythingInTheOrderOfReading)
                             u"chip", u"chip", u"chip", u"scanButton", u"settingsButton",
                             u"scansButton"));
 
+    model->selectPreset(DocumentType::document);
+    item("tabDocument")->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_THAT(tabOrder(u"settingsButton"_qs),
+                ElementsAre(u"tabPhoto", u"tabPreset", u"chip", u"chip", u"chip", u"chip",
+                            u"scanButton", u"settingsButton"))
+        << "tabs show other chips on the way than the one in force";
+
     item("tabPhoto")->forceActiveFocus(Qt::TabFocusReason);
     EXPECT_TRUE(fadesTo("settingsBubble", 1)) << "the keyboard's focus shows what a tab sets, too";
     press(Qt::Key_Return);
@@ -277,6 +284,26 @@ TEST_F(CardTest, TheScanAreaHasThreeStates)
     EXPECT_NEAR(place("success").width(), 84, 1);
     EXPECT_EQ(item("success")->property("text").toString(), u"1 page") << "no plural";
     EXPECT_EQ(item("scanCount")->property("text").toString(), u"1");
+}
+
+TEST_F(CardTest, TheKeyboardGoesOnWithTheButtonThatTakesTheOthersPlace)
+{
+    startEngine("scan: print {\"event\":\"scanStarted\"}\ncancel: print "
+                "{\"event\":\"error\",\"message\":\"Jam\"}");
+    settle();
+    click("scanButton");
+    ASSERT_TRUE(waitUntil([this] { return item("stopButton") != nullptr; }));
+    EXPECT_NE(focused(), u"stopButton") << "the pointer needs no focus";
+    click("stopButton");
+    ASSERT_TRUE(waitUntil([this] { return item("scanButton") != nullptr; }));
+
+    item("scanButton")->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(waitUntil([this] { return focused() == u"stopButton"; }))
+        << focused().toStdString();
+    press(Qt::Key_Return);
+    EXPECT_TRUE(waitUntil([this] { return focused() == u"scanButton"; }))
+        << focused().toStdString();
 }
 
 TEST_F(CardTest, AFailureShowsAsSignAndToast)
