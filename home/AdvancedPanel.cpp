@@ -1,7 +1,7 @@
 #include "home/AdvancedPanel.h"
 
-#include "home/Derived.h"
-#include "home/Labels.h"
+#include "model/Derived.h"
+#include "model/Labels.h"
 
 #include <algorithm>
 #include <array>
