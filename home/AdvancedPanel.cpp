@@ -120,6 +120,12 @@ void AdvancedPanel::chooseFolder(const QUrl &folder)
         m_model->setOutputFolder(folder);
 }
 
+void AdvancedPanel::calibrate()
+{
+    if (m_model)
+        m_model->setShowCalibration(true);
+}
+
 void AdvancedPanel::setPresetName(const QString &name)
 {
     derive(this, m_presetName, name, &AdvancedPanel::presetNameChanged);
