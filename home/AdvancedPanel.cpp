@@ -1,7 +1,7 @@
 #include "home/AdvancedPanel.h"
 
-#include "home/Derived.h"
-#include "home/Labels.h"
+#include "model/Derived.h"
+#include "model/Labels.h"
 
 #include <algorithm>
 #include <array>
@@ -118,6 +118,12 @@ void AdvancedPanel::chooseFolder(const QUrl &folder)
 {
     if (m_model && folder.isLocalFile())
         m_model->setOutputFolder(folder);
+}
+
+void AdvancedPanel::calibrate()
+{
+    if (m_model)
+        m_model->setShowCalibration(true);
 }
 
 void AdvancedPanel::setPresetName(const QString &name)

@@ -97,6 +97,8 @@ public Q_SLOTS:
     void toggleAllEnhance();
     /// What the choice of a folder ends with. No folder of this computer changes nothing.
     void chooseFolder(const QUrl &folder);
+    /// Opens the screen that tunes brightness and contrast.
+    void calibrate();
     /// Saves the settings under `presetName` and closes the popover.
     void savePreset();
 

@@ -103,9 +103,28 @@ Column {
         }
     }
 
-    PresetFooter {
+    // Of the footer's line, which is dim without changes to keep, this part never is.
+    Item {
         width: parent.width
-        panel: panel
+        height: footer.implicitHeight
+
+        PlainButton {
+            objectName: "calibrate"
+            anchors.bottom: parent.bottom
+            verticalPadding: 6
+            text: qsTr("Calibrate…")
+            hint: qsTr("Tune brightness and contrast on a sample page")
+            font.pixelSize: 12
+            color: Theme.accent
+            onClicked: panel.calibrate()
+        }
+
+        PresetFooter {
+            id: footer
+
+            anchors.fill: parent
+            panel: panel
+        }
     }
 
     FolderDialog {

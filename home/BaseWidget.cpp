@@ -1,7 +1,7 @@
 #include "home/BaseWidget.h"
 
-#include "home/Derived.h"
-#include "home/Labels.h"
+#include "model/Derived.h"
+#include "model/Labels.h"
 
 #include <algorithm>
 

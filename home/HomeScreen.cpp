@@ -1,6 +1,6 @@
 #include "home/HomeScreen.h"
 
-#include "home/Derived.h"
+#include "model/Derived.h"
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -1,6 +1,6 @@
 #include "home/ScanArea.h"
 
-#include "home/Derived.h"
+#include "model/Derived.h"
 
 #include <algorithm>
 

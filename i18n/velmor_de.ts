@@ -68,6 +68,25 @@
     </message>
 </context>
 <context>
+    <name>ActionRow</name>
+    <message>
+        <source>Auto</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>Tune brightness and contrast by the sample</source>
+        <translation>Helligkeit und Kontrast nach der Probe einstellen</translation>
+    </message>
+    <message>
+        <source>Preset name</source>
+        <translation>Name der Vorlage</translation>
+    </message>
+    <message>
+        <source>Save preset</source>
+        <translation>Vorlage sichern</translation>
+    </message>
+</context>
+<context>
     <name>AdvancedPanelView</name>
     <message>
         <source>Scan</source>
@@ -116,6 +135,14 @@
     <message>
         <source>Choose</source>
         <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Calibrate…</source>
+        <translation>Kalibrieren …</translation>
+    </message>
+    <message>
+        <source>Tune brightness and contrast on a sample page</source>
+        <translation>Helligkeit und Kontrast an einer Probeseite einstellen</translation>
     </message>
 </context>
 <context>
@@ -228,6 +255,44 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message>
         <source>Delete</source>
         <translation>Löschen</translation>
+    </message>
+</context>
+<context>
+    <name>CalibrationView</name>
+    <message>
+        <source>Calibrate</source>
+        <translation>Kalibrieren</translation>
+    </message>
+    <message>
+        <source>adjust until it&apos;s readable, then Save preset</source>
+        <translation>einstellen, bis es lesbar ist, dann Vorlage sichern</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Colour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>Brightness</source>
+        <translation>Helligkeit</translation>
+    </message>
+    <message>
+        <source>Contrast</source>
+        <translation>Kontrast</translation>
+    </message>
+    <message>
+        <source>PRESETS</source>
+        <translation>VORLAGEN</translation>
+    </message>
+</context>
+<context>
+    <name>CalibrationWindow</name>
+    <message>
+        <source>Calibrate</source>
+        <translation>Kalibrieren</translation>
     </message>
 </context>
 <context>
@@ -397,6 +462,13 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
+    <name>PresetPills</name>
+    <message>
+        <source>Presets</source>
+        <translation>Vorlagen</translation>
+    </message>
+</context>
+<context>
     <name>PresetSavePopover</name>
     <message>
         <source>Preset name</source>
@@ -423,6 +495,32 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message>
         <source>Scan</source>
         <translation>Scannen</translation>
+    </message>
+</context>
+<context>
+    <name>SampleArea</name>
+    <message>
+        <source>Original</source>
+        <translation>Original</translation>
+    </message>
+    <message>
+        <source>Scan again</source>
+        <translation>Neu scannen</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>Ergebnis</translation>
+    </message>
+</context>
+<context>
+    <name>SamplePlaceholder</name>
+    <message>
+        <source>Put a page in the scanner — the calibration scan runs automatically.</source>
+        <translation>Eine Seite in den Scanner legen – der Kalibrierungsscan läuft von selbst.</translation>
+    </message>
+    <message>
+        <source>Scan now</source>
+        <translation>Jetzt scannen</translation>
     </message>
 </context>
 <context>
@@ -605,6 +703,10 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         <source>Text recognition failed — scan saved without it</source>
         <translation>Texterkennung fehlgeschlagen – Scan ohne sie gespeichert</translation>
     </message>
+    <message>
+        <source>Calibration scan…</source>
+        <translation>Kalibrierungsscan …</translation>
+    </message>
 </context>
 <context>
     <name>velmor::BaseWidget</name>
@@ -623,6 +725,13 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message>
         <source>Preset</source>
         <translation>Vorlage</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::Calibration</name>
+    <message>
+        <source>No scanner found — switch it on or connect it, then scan</source>
+        <translation>Kein Scanner gefunden – einschalten oder anschließen, dann scannen</translation>
     </message>
 </context>
 <context>

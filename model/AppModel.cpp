@@ -1,7 +1,5 @@
 #include "model/AppModel.h"
 
-#include "pipeline/RawStore.h"
-
 namespace velmor {
 
 namespace {
@@ -45,6 +43,10 @@ AppModel::AppModel(Delays delays, QObject *parent)
     connect(&m_successClear, &QTimer::timeout, this,
             [this] { assign(m_successCount, std::nullopt, &AppModel::successCountChanged); });
 
+    m_adjustWork.setSingleShot(true);
+    m_adjustWork.setInterval(delays.adjust);
+    connect(&m_adjustWork, &QTimer::timeout, this, [this] { m_engine.send(m_adjustCommand); });
+
     connect(&m_engine, &ScanEngineClient::eventReceived, this, &AppModel::handle);
     connect(&m_engine, &ScanEngineClient::launchFailed, this, &AppModel::engineNotLaunched);
     connect(&m_engine, &ScanEngineClient::ended, this,
@@ -53,6 +55,7 @@ AppModel::AppModel(Delays delays, QObject *parent)
     selectPreset(m_selectedPreset);
     restoreFolderAccess();
     loadPresets();
+    loadHasCalibrated();
 }
 
 AppModel::~AppModel() = default;
@@ -221,25 +224,6 @@ void AppModel::handleDone(const EngineEvent &event)
         runVisionOcr(file, pages);
     else if (endsJob)
         Q_EMIT scanEnded({.kind = ScanOutcome::Kind::saved, .file = file});
-}
-
-void AppModel::handleSample()
-{
-    setIsScanning(false);
-    setSearching(false);
-    setStatusText(tr("Calibration ready"));
-    assign(m_calibrationImage, std::nullopt, &AppModel::calibrationImageChanged);
-    assign(m_calibrationSampleVersion, m_calibrationSampleVersion + 1,
-           &AppModel::calibrationSampleVersionChanged);
-    setShowCalibration(true);
-}
-
-void AppModel::handleAdjusted(const EngineEvent &event)
-{
-    if (!event.file)
-        return;
-    if (const std::optional<QImage> image = RawStore::image(QUrl::fromLocalFile(*event.file)))
-        assign(m_calibrationImage, image, &AppModel::calibrationImageChanged);
 }
 
 void AppModel::handleError(const EngineEvent &event)

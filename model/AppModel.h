@@ -55,10 +55,12 @@ class AppModel : public QObject {
     Q_OBJECT
 
 public:
-    /// How long short-lived signs stay.
+    /// How long short-lived signs stay, and how long a preview of calibration waits for the next
+    /// change.
     struct Delays {
         std::chrono::milliseconds toast{4000};
         std::chrono::milliseconds success{2200};
+        std::chrono::milliseconds adjust{120};
     };
 
     /// Selects the "Document" defaults and goes back to the folder that was chosen last. The
@@ -121,6 +123,8 @@ public:
     }
     /// Counts the calibration samples.
     [[nodiscard]] int calibrationSampleVersion() const { return m_calibrationSampleVersion; }
+    /// Whether calibration was finished once, in this run or an earlier one.
+    [[nodiscard]] bool hasCalibrated() const { return m_hasCalibrated; }
     /// The PDF in the making, of several the one that moved last; absent when there is none.
     [[nodiscard]] std::optional<AssemblyProgress> assemblyProgress() const
     {
@@ -149,6 +153,19 @@ public:
     void scan();
     /// Asks the engine to end its job, which closes it in its own time.
     void cancel();
+
+    // --- Calibration -------------------------------------------------------------------------
+
+    /// Where the engine leaves the sample, in the output folder.
+    [[nodiscard]] QUrl rawCalibrationPath() const;
+    /// Whether a sample is there, perhaps from an earlier run.
+    [[nodiscard]] bool hasCalibrationSample() const;
+    /// Has one sheet captured as the sample. Without a scanner it searches for one instead.
+    void startCalibration();
+    /// Asks for a preview of the sample with the settings as they are now. It is sent a moment
+    /// later, unless another call takes its place. Does nothing without a sample.
+    void adjustPreview();
+    void finishCalibration();
 
     // --- Tabs and messages -------------------------------------------------------------------
 
@@ -210,6 +227,7 @@ Q_SIGNALS:
     void lastErrorChanged();
     void calibrationImageChanged();
     void calibrationSampleVersionChanged();
+    void hasCalibratedChanged();
     void assemblyProgressChanged();
     void presetsChanged();
     void activeCustomPresetChanged();
@@ -229,14 +247,13 @@ private:
     void handle(const EngineEvent &event);
     void handleDevices(const EngineEvent &event);
     void handleDone(const EngineEvent &event);
-    void handleSample();
-    void handleAdjusted(const EngineEvent &event);
     void handleError(const EngineEvent &event);
     void engineNotLaunched(const QString &reason);
     void flashSuccess(int pages);
 
     // AppModelScan.cpp
     [[nodiscard]] QString nextOutputPath() const;
+    [[nodiscard]] EngineCommand captureCommand(const QString &word) const;
     [[nodiscard]] EngineCommand scanCommand() const;
     void assembleScan(const QStringList &pageImages, const QString &file, int pages);
     QCoro::Task<> assemble(QStringList pageImages, QUrl url, int pages, double dpi, bool ocr);
@@ -248,6 +265,12 @@ private:
     [[nodiscard]] VisionOCR::Progress beginAssembly();
     void endAssembly();
     [[nodiscard]] QString told(const std::optional<QString> &recognitionProblem);
+
+    // AppModelCalibration.cpp
+    void loadHasCalibrated();
+    void handleSample();
+    void handleAdjusted(const EngineEvent &event);
+    QCoro::Task<> showPreviews();
 
     // AppModelFolder.cpp
     void restoreFolderAccess();
@@ -291,6 +314,9 @@ private:
     QHash<QUrl, QDateTime> m_rememberedDates; ///< Of scans whose files can't carry theirs.
     std::optional<QImage> m_calibrationImage;
     int m_calibrationSampleVersion = 0;
+    std::optional<QUrl> m_previewToShow; ///< The newest that hasn't been decoded yet.
+    bool m_isShowingPreviews = false;
+    bool m_hasCalibrated = false;
     std::optional<AssemblyProgress> m_assemblyProgress;
     int m_assemblies = 0; ///< How many are under way.
     bool m_toldRecognitionProblem = false;
@@ -298,6 +324,8 @@ private:
     int m_activeScanDpi = 300; ///< Of the job under way.
     QTimer m_toastClear;
     QTimer m_successClear;
+    QTimer m_adjustWork;           ///< Runs while a preview is to be asked for,
+    EngineCommand m_adjustCommand; ///< which this does.
     QSettings m_store;
     ScanEngineClient m_engine;
 };

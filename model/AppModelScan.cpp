@@ -69,20 +69,27 @@ QString AppModel::nextOutputPath() const
         .absoluteFilePath(title(m_selectedPreset) + u'_' + time + QStringLiteral(".pdf"));
 }
 
-EngineCommand AppModel::scanCommand() const
+/// What every command that takes paper has. There is a device.
+EngineCommand AppModel::captureCommand(const QString &word) const
 {
     const auto device = std::ranges::find_if(
         m_devices, [&](const auto &entry) { return entry.id == m_selectedDeviceId; });
     EngineCommand command{
-        .cmd = QStringLiteral("scan"),
+        .cmd = word,
         .deviceId = m_selectedDeviceId.value_or(m_devices.first().id),
         .source = m_settings.source,
-        .dpi = m_activeScanDpi,
+        .dpi = rawValue(m_settings.quality),
         .colorMode = engineValue(m_settings.colorMode),
-        .batchWaitForPaper = m_settings.batch,
     };
     if (device != m_devices.end())
         command.driver = device->driver;
+    return command;
+}
+
+EngineCommand AppModel::scanCommand() const
+{
+    EngineCommand command = captureCommand(QStringLiteral("scan"));
+    command.batchWaitForPaper = m_settings.batch;
     command.autoSettings = EngineCommand::Auto{
         .crop = m_settings.cropEnabled,
         .cropWidthMode = QStringLiteral("auto"),

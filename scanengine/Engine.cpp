@@ -1,6 +1,6 @@
 #include "scanengine/Engine.h"
 
-#include "scanengine/CalibrationJobs.h"
+#include "scanengine/CalibrationSample.h"
 #include "scanengine/ScanJob.h"
 
 #include <chrono>
@@ -100,21 +100,28 @@ void Engine::startSearch()
 void Engine::startJob(const Command &command)
 {
     const auto job = [this, command](const std::stop_token &stop) {
-        if (command.verb == Verb::scan) {
-            ScanJob(command, m_drivers, m_output).run(stop);
-            return;
-        }
-        answerWithFile(
-            m_output, command.verb == Verb::adjust ? event::adjusted : event::sample, [&] {
-                return command.verb == Verb::adjust ? adjustSample(command)
-                                                    : captureSample(command, m_drivers, stop);
-            });
+        run(command, stop);
     };
     const auto cancelling = command.verb == Verb::adjust ? TaskQueue::Cancelling::ignored
                                                          : TaskQueue::Cancelling::allowed;
     if (!m_jobs.add(job, cancelling))
         refuse(QStringLiteral("The scanner has too much to do already. Wait until it has finished "
                               "and try again."));
+}
+
+void Engine::run(const Command &command, const std::stop_token &stop)
+{
+    if (command.verb == Verb::adjust) {
+        answerWithFile(m_output, event::adjusted, [&] { return m_previews.make(command); });
+        return;
+    }
+    // The memory is for the pages.
+    m_previews.forget();
+    if (command.verb == Verb::scan)
+        ScanJob(command, m_drivers, m_output).run(stop);
+    else
+        answerWithFile(m_output, event::sample,
+                       [&] { return captureSample(command, m_drivers, stop); });
 }
 
 void Engine::refuse(const QString &message)

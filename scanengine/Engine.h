@@ -3,6 +3,7 @@
 #include "scanengine/CommandReader.h"
 #include "scanengine/OutputWriter.h"
 #include "scanengine/Protocol.h"
+#include "scanengine/SamplePreviews.h"
 #include "scanengine/TaskQueue.h"
 #include "scanengine/drivers/DriverList.h"
 
@@ -31,11 +32,13 @@ private:
     void start(const Command &command);
     void startSearch();
     void startJob(const Command &command);
+    void run(const Command &command, const std::stop_token &stop);
     void refuse(const QString &message);
 
     DriverList m_drivers;
     OutputWriter &m_output;
     std::atomic<bool> m_isSearching = false;
+    SamplePreviews m_previews; ///< Used by jobs alone.
     TaskQueue m_searches;
     TaskQueue m_jobs;
 };

@@ -48,14 +48,14 @@ public:
     UnfinishedFile(const UnfinishedFile &) = delete;
     UnfinishedFile &operator=(const UnfinishedFile &) = delete;
 
-    std::optional<Fault> write(const QImage &image)
+    std::optional<Fault> write(const QImage &image, Flushing flushing)
     {
         m_isMade = m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly);
         if (!m_isMade)
             return notSaved(m_info.path(), m_file.errorString());
-        // Only then is it known that a full disk or a server at its quota took everything.
-        const bool isWritten =
-            writePng(image, m_file) && m_file.flush() && ::fsync(m_file.handle()) == 0;
+        // Only after that is it known that a full disk or a server at its quota took everything.
+        const bool isWritten = writePng(image, m_file) && m_file.flush() &&
+                               (flushing == Flushing::bySystem || ::fsync(m_file.handle()) == 0);
         m_file.close();
         if (!isWritten)
             return notSaved(m_info.path(),
@@ -86,10 +86,10 @@ int renameToFreeName(const QByteArray &from, const QByteArray &to)
 
 } // namespace
 
-std::optional<Fault> replacePng(const QImage &image, const QString &path)
+std::optional<Fault> replacePng(const QImage &image, const QString &path, Flushing flushing)
 {
     UnfinishedFile file(path);
-    if (auto fault = file.write(image))
+    if (auto fault = file.write(image, flushing))
         return fault;
     if (std::rename(file.path().constData(), QFile::encodeName(path).constData()) != 0)
         return notSaved(QFileInfo(path).path(), reasonOf(errno));
@@ -100,7 +100,7 @@ Result<QString> createPng(const QImage &image, const QString &folder, const QStr
 {
     const QDir place(folder);
     UnfinishedFile file(place.filePath(stem + QStringLiteral(".png")));
-    if (const auto fault = file.write(image))
+    if (const auto fault = file.write(image, Flushing::atOnce))
         return *fault;
     for (int number = 1; number <= mostNumbersTried; ++number) {
         const QString suffix = number == 1 ? QString() : QStringLiteral(" (%1)").arg(number);

@@ -49,6 +49,8 @@ struct AutoSwitches {
     /// -1000 to 1000, 0 for untouched; values outside are as sent.
     int brightness = 0;
     int contrast = 0;
+
+    bool operator==(const AutoSwitches &) const = default;
 };
 
 /// One command as it was sent. Only the types of the values are checked, not their meaning.

@@ -69,6 +69,7 @@ bool AppDelegate::applicationDidFinishLaunching(AdvancedPanel panel)
     m_window->placeAtStart();
     attachDrawer();
     m_menu = GlobalMenu::make(*this, *m_window);
+    m_calibrationSheet = std::make_unique<CalibrationSheet>(m_model, m_engine, *m_window);
     m_window->show();
     m_window->requestActivate();
     m_model.startEngine();

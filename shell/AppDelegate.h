@@ -2,6 +2,7 @@
 
 #include "browser/GalleryPanel.h"
 #include "model/AppModel.h"
+#include "shell/CalibrationSheet.h"
 #include "shell/GlobalMenu.h"
 #include "shell/KeyableMainWindow.h"
 #include "shell/UpdateChecker.h"
@@ -57,6 +58,7 @@ private:
     UpdateChecker m_updateChecker;
     std::unique_ptr<KeyableMainWindow> m_window;
     std::unique_ptr<GlobalMenu> m_menu;
+    std::unique_ptr<CalibrationSheet> m_calibrationSheet;
     QHash<QString, QPointer<QQuickWindow>> m_dialogs; ///< Those open, by their files.
 };
 

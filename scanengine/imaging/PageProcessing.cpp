@@ -10,7 +10,7 @@
 
 namespace scanengine {
 
-std::optional<QImage> finishedPage(QImage image, const AutoSwitches &switches, ColorMode mode)
+std::optional<PreparedPage> preparedPage(QImage image, const AutoSwitches &switches, ColorMode mode)
 {
     image = straightened(std::move(image), switches);
     PageSurvey survey;
@@ -24,8 +24,23 @@ std::optional<QImage> finishedPage(QImage image, const AutoSwitches &switches, C
         image = withCleanBackground(std::move(image), survey);
     if (switches.autoLevels)
         image = withAutoLevels(std::move(image));
-    image = withLevels(std::move(image), switches.brightness, switches.contrast);
-    return inColorMode(image, mode == ColorMode::automatic ? colorsOf(image, survey) : mode);
+    if (mode != ColorMode::automatic)
+        survey = {};
+    return PreparedPage{std::move(image), std::move(survey)};
+}
+
+QImage finishedPage(PreparedPage page, const AutoSwitches &switches, ColorMode mode)
+{
+    const QImage image = withLevels(std::move(page.image), switches.brightness, switches.contrast);
+    return inColorMode(image, mode == ColorMode::automatic ? colorsOf(image, page.survey) : mode);
+}
+
+std::optional<QImage> finishedPage(QImage image, const AutoSwitches &switches, ColorMode mode)
+{
+    std::optional<PreparedPage> page = preparedPage(std::move(image), switches, mode);
+    if (!page)
+        return std::nullopt;
+    return finishedPage(std::move(*page), switches, mode);
 }
 
 } // namespace scanengine

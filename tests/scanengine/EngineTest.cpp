@@ -275,9 +275,65 @@ TEST_F(EngineTest, CalibrationKeepsTheSampleAsItIsAndAdjustsACopy)
     EXPECT_EQ(greyLevel(QImage(preview)), 110);
     EXPECT_EQ(greyLevel(QImage(sample)), 100);
 
+    // Those that queue up are answered in their order.
+    for (const int brightness : {60, 0, 90}) {
+        adjust[u"auto"] = QJsonObject{
+            {QStringLiteral("brightness"), brightness}
+        };
+        m_engine.send(adjust);
+    }
+    EXPECT_EQ(m_engine.until(QStringLiteral("adjusted")).size(), 1);
+    EXPECT_EQ(m_engine.until(QStringLiteral("adjusted")).size(), 1);
+    EXPECT_EQ(m_engine.until(QStringLiteral("adjusted")).size(), 1);
+    EXPECT_EQ(greyLevel(QImage(preview)), 130);
+
+    // The one in memory isn't the one on disk any more.
+    ASSERT_TRUE(QFile::remove(sample));
+    putFile(sample, encoded(greyPage({30, 41}, 50, 300), "png"));
+    m_engine.send(adjust);
+    EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("adjusted"));
+    EXPECT_EQ(greyLevel(QImage(preview)), 80);
+    ASSERT_TRUE(QFile::remove(sample));
+    putFile(sample, encoded(greyPage({30, 42}, 50, 300), "png").left(60));
+    m_engine.send(adjust);
+    EXPECT_TRUE(m_engine.nextInShort().startsWith(
+        QStringLiteral("error The calibration sample can't be used.")));
     ASSERT_TRUE(QFile::remove(sample));
     m_engine.send(adjust);
-    EXPECT_TRUE(m_engine.nextInShort().startsWith(QStringLiteral("error")));
+    EXPECT_TRUE(m_engine.nextInShort().startsWith(
+        QStringLiteral("error The calibration sample is no longer in")));
+    EXPECT_EQ(greyLevel(QImage(preview)), 80) << "the last preview stays";
+}
+
+TEST_F(EngineTest, APreviewFromMemoryIsTheOneFromTheFile)
+{
+    const QString sample = m_output.filePath(QStringLiteral("sample.png"));
+    QImage page = greyPage({600, 800}, 225, 300);
+    for (int i = 0; i < 400; ++i)
+        page.setPixelColor(100 + i, 100 + i % 7, QColor(30, 30, 30));
+    putFile(sample, encoded(page, "png"));
+    for (const char *mode : {"auto", "gray", "bw", "color"}) {
+        SCOPED_TRACE(mode);
+        const auto adjust = [&](int brightness, const QString &name) {
+            QJsonObject command = json(R"({"cmd":"adjust","auto":{"cleanBackground":true}})");
+            QJsonObject processing = command[u"auto"].toObject();
+            processing[u"brightness"] = brightness;
+            command[u"auto"] = processing;
+            command[u"colorMode"] = QString::fromUtf8(mode);
+            command[u"input"] = sample;
+            command[u"output"] = QJsonObject{
+                {QStringLiteral("path"), m_output.filePath(name)}
+            };
+            m_engine.send(command);
+            EXPECT_EQ(m_engine.nextInShort(), QStringLiteral("adjusted"));
+            return QImage(m_output.filePath(name));
+        };
+        const QImage first = adjust(-300, QStringLiteral("a.png"));
+        const QImage other = adjust(200, QStringLiteral("b.png"));
+        EXPECT_FALSE(first.isNull());
+        EXPECT_EQ(first != other, first.depth() > 1) << "strokes in black and white stay";
+        EXPECT_EQ(adjust(-300, QStringLiteral("c.png")), first);
+    }
 }
 
 TEST_F(EngineTest, TheEndOfItsInputEndsTheEngineWithItsAnswersGiven)

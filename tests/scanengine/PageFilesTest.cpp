@@ -73,9 +73,9 @@ TEST_F(PageFilesTest, AReplacedFileIsReplacedWholeAndAFailureLeavesNothingBehind
 {
     const QString path = m_folder.filePath(QStringLiteral(".sample.png"));
     putFile(path, "old");
-    EXPECT_FALSE(replacePng(m_page, path));
+    EXPECT_FALSE(replacePng(m_page, path, Flushing::atOnce));
     EXPECT_EQ(QImage(path).size(), m_page.size());
-    EXPECT_TRUE(replacePng(QImage(), path));
+    EXPECT_TRUE(replacePng(QImage(), path, Flushing::atOnce));
     EXPECT_EQ(QImage(path).size(), m_page.size());
     EXPECT_EQ(names(), QStringList(QStringLiteral(".sample.png")));
 }

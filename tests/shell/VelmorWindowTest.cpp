@@ -1,6 +1,7 @@
 #include "tests/shell/VelmorWindowFixture.h"
 
 #include <csignal>
+#include <utility>
 
 namespace velmor {
 namespace {
@@ -71,6 +72,27 @@ TEST_F(VelmorWindowTest, TheStartOptionOpensThePanelOfAllSettings)
     expectCleanEnd();
     ASSERT_NO_FATAL_FAILURE(startAndWaitForScanner({QStringLiteral("-uiDrawer")}));
     EXPECT_TRUE(waitUntil([&] { return cardHeight() > plain + 100; }));
+}
+
+TEST_F(VelmorWindowTest, CalibrationShowsTheSampleAndFollowsItsSliders)
+{
+    ASSERT_NO_FATAL_FAILURE(startAndWaitForScanner({QStringLiteral("-uiDrawer")}));
+    int height = 0;
+    ASSERT_TRUE(waitUntil([&] { return std::exchange(height, cardHeight()) == height; }));
+    screen.click(cardTopLeft + QPoint(28 + 20, height - 24 - 13));
+    const QFileInfo preview(folder.filePath(QStringLiteral("Documents/Scans/.velmor_preview.png")));
+    ASSERT_TRUE(waitUntil([&] { return QFileInfo::exists(preview.filePath()); }, 60'000));
+
+    // Of the two pictures in the sheet, the result; its paper isn't grey any more once it is there.
+    const QPoint sheet = cardTopLeft + QPoint((380 - 620) / 2, 24);
+    const QPoint paper = sheet + QPoint(620 - 22 - 141, 22 + 37 + 16 + 40);
+    ASSERT_TRUE(waitUntil([&] { return screen.pixel(paper).lightness() > 245; }));
+    for (int i = 0; i < 5; ++i)
+        screen.press(QStringLiteral("Left"));
+    EXPECT_TRUE(waitUntil([&] { return screen.pixel(paper).lightness() < 245; }));
+    screen.press(QStringLiteral("Escape"));
+    EXPECT_TRUE(waitUntil([&] { return screen.pixel(sheet + QPoint(20, 340)) == Qt::black; }));
+    EXPECT_TRUE(files(QStringLiteral("*")).isEmpty());
 }
 
 TEST_F(VelmorWindowTest, WithoutADisplayItSaysSo)

@@ -1,9 +1,7 @@
-#include "scanengine/CalibrationJobs.h"
+#include "scanengine/CalibrationSample.h"
 
 #include "scanengine/JobRequest.h"
 #include "scanengine/PngFile.h"
-#include "scanengine/imaging/ImageFile.h"
-#include "scanengine/imaging/PageProcessing.h"
 #include "scanengine/imaging/Resample.h"
 
 #include <QDir>
@@ -63,35 +61,9 @@ Result<QString> captureSample(const Command &command, const DriverList &drivers,
     if (const Fault *fault = faultOf(sheet))
         return *fault;
     QString path = QDir(captureSettings.outputFolder).filePath(sampleName);
-    if (const auto fault = replacePng(std::get<QImage>(sheet), path))
+    if (const auto fault = replacePng(std::get<QImage>(sheet), path, Flushing::atOnce))
         return *fault;
     return path;
-}
-
-Result<QString> adjustSample(const Command &command)
-{
-    const auto mode = colorModeOf(command);
-    if (const Fault *fault = faultOf(mode))
-        return *fault;
-    const QString input = command.input.value_or(QString());
-    const QString output = command.outputPath.value_or(QString());
-    if (!QDir::isAbsolutePath(input) || !QDir::isAbsolutePath(output))
-        return Fault{QStringLiteral("The preview needs a sample and a place to be saved in. "
-                                    "Calibrate again.")};
-    Result<QImage> sample = readPage(input, 0);
-    if (const Fault *fault = faultOf(sample))
-        return *fault;
-    // A preview is shown of a blank sample, too.
-    AutoSwitches processing = command.processing;
-    processing.blankRemoval = false;
-    const auto page =
-        finishedPage(std::get<QImage>(std::move(sample)), processing, std::get<ColorMode>(mode));
-    if (!page || page->isNull())
-        return Fault{QStringLiteral("The preview needs more memory than there is. Calibrate again "
-                                    "at a lower resolution.")};
-    if (const auto fault = replacePng(*page, output))
-        return *fault;
-    return output;
 }
 
 } // namespace scanengine

@@ -1,4 +1,4 @@
-#include "home/Labels.h"
+#include "model/Labels.h"
 
 #include <QCoreApplication>
 

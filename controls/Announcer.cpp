@@ -1,4 +1,4 @@
-#include "home/Announcer.h"
+#include "controls/Announcer.h"
 
 #include <QAccessible>
 
