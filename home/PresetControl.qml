@@ -1,4 +1,6 @@
 import QtQuick
+import QtQuick.Templates as T
+import QtQuick.Window
 import Velmor.Controls
 import Velmor.Home
 
@@ -15,6 +17,16 @@ Column {
     readonly property Item tabInForce: tabs.count > 0 ? tabNamed(base.tab) : null
     readonly property Item shownTab: tabs.count > 0 ? tabNamed(base.displayTab) : null
 
+    // Whether the keyboard's focus is in here. The window tells of both ends of its way at once: on the
+    // way from a tab to a chip the bubble stays.
+    readonly property bool keyboardInside: {
+        const focused = Window.activeFocusItem as T.AbstractButton;
+        let item = focused as Item;
+        while (item && item !== control)
+            item = item.parent;
+        return item !== null && focused.visualFocus;
+    }
+
     function tabNamed(title: string): Item {
         for (let i = 0; i < tabs.count; ++i) {
             const tab = tabs.itemAt(i);
@@ -27,7 +39,7 @@ Column {
     Binding {
         target: control.base
         property: "hoveringTabs"
-        value: pointer.hovered || row.keyboardInside || bubble.keyboardInside
+        value: pointer.hovered || control.keyboardInside
     }
 
     Item {
@@ -77,14 +89,6 @@ Column {
         Row {
             id: row
 
-            readonly property bool keyboardInside: {
-                for (let i = 0; i < tabs.count; ++i) {
-                    if (tabs.itemAt(i)?.keyboardInside)
-                        return true;
-                }
-                return false;
-            }
-
             anchors.horizontalCenter: parent.horizontalCenter
             padding: 4
             spacing: 2
@@ -109,8 +113,6 @@ Column {
     }
 
     SettingsBubble {
-        id: bubble
-
         objectName: "settingsBubble"
         width: parent.width
         base: control.base

@@ -13,14 +13,6 @@ Item {
     required property BaseWidget base
     property real arrowAt: width / 2
 
-    readonly property bool keyboardInside: {
-        for (let i = 0; i < chips.count; ++i) {
-            if ((chips.itemAt(i) as PlainButton)?.visualFocus)
-                return true;
-        }
-        return false;
-    }
-
     implicitHeight: card.y + card.height
     enabled: base.showBubble
     opacity: base.showBubble ? 1 : 0
@@ -72,14 +64,15 @@ Item {
             spacing: 6
 
             Repeater {
-                id: chips
-
-                model: bubble.base.chips
+                // As many as there can be: made anew with each tab that is pointed at, they would lose
+                // the keyboard's focus when it comes from a tab.
+                model: 4
 
                 SettingsChip {
-                    required property string modelData
+                    required property int index
 
-                    text: modelData
+                    visible: index < bubble.base.chips.length
+                    text: bubble.base.chips[index] ?? ""
                     onClicked: bubble.base.openSettings()
                 }
             }

@@ -58,7 +58,7 @@ protected:
         QQuickItem *const first = item("chip");
         for (const QQuickItem *chip :
              first ? first->parentItem()->childItems() : QList<QQuickItem *>()) {
-            if (chip->objectName() == u"chip")
+            if (chip->objectName() == u"chip" && chip->isVisible())
                 texts.append(chip->property("text").toString());
         }
         return texts;
@@ -244,6 +244,13 @@ TEST_F(CardTest, TabLeadsThroughEverythingInTheOrderOfReading)
                 ElementsAre(u"minimiseLight", u"tabDocument", u"tabPhoto", u"tabPreset", u"chevron",
                             u"chip", u"chip", u"chip", u"scanButton", u"settingsButton",
                             u"scansButton"));
+
+    model->selectPreset(DocumentType::document);
+    item("tabDocument")->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_THAT(tabOrder(u"settingsButton"_qs),
+                ElementsAre(u"tabPhoto", u"tabPreset", u"chip", u"chip", u"chip", u"chip",
+                            u"scanButton", u"settingsButton"))
+        << "tabs show other chips on the way than the one in force";
 
     item("tabPhoto")->forceActiveFocus(Qt::TabFocusReason);
     EXPECT_TRUE(fadesTo("settingsBubble", 1)) << "the keyboard's focus shows what a tab sets, too";
