@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import Velmor.Controls
 import Velmor.Home
 
@@ -10,6 +11,17 @@ Item {
     required property AppModel model
 
     readonly property alias statusText: area.statusText
+
+    // Of the last press of a button here.
+    property bool byKeyboard: false
+
+    // Who pressed the button that has gone goes on with the one in its place, unless they went away.
+    function goOnWith(button: Item) {
+        const focused = Window.activeFocusItem;
+        const elsewhere = focused?.activeFocusOnTab && focused !== scanButton && focused !== stopButton;
+        if (byKeyboard && button.visible && !elsewhere)
+            button.forceActiveFocus(Qt.TabFocusReason);
+    }
 
     ScanArea {
         id: area
@@ -25,12 +37,18 @@ Item {
         spacing: 8
 
         ScanButton {
+            id: stopButton
+
             objectName: "stopButton"
             anchors.horizontalCenter: parent.horizontalCenter
             symbol: "stop"
             symbolSize: 26
             Accessible.name: qsTr("Stop scanning")
-            onClicked: area.stop()
+            onClicked: {
+                view.byKeyboard = visualFocus;
+                area.stop();
+            }
+            onVisibleChanged: view.goOnWith(stopButton)
         }
 
         Row {
@@ -69,11 +87,17 @@ Item {
     }
 
     ReadyButton {
+        id: scanButton
+
         objectName: "scanButton"
         anchors.centerIn: parent
         visible: area.state === ScanArea.Button
         area: area
-        onClicked: area.press()
+        onClicked: {
+            view.byKeyboard = visualFocus;
+            area.press();
+        }
+        onVisibleChanged: view.goOnWith(scanButton)
     }
 
     AssemblyRing {

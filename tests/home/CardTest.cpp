@@ -286,6 +286,26 @@ TEST_F(CardTest, TheScanAreaHasThreeStates)
     EXPECT_EQ(item("scanCount")->property("text").toString(), u"1");
 }
 
+TEST_F(CardTest, TheKeyboardGoesOnWithTheButtonThatTakesTheOthersPlace)
+{
+    startEngine("scan: print {\"event\":\"scanStarted\"}\ncancel: print "
+                "{\"event\":\"error\",\"message\":\"Jam\"}");
+    settle();
+    click("scanButton");
+    ASSERT_TRUE(waitUntil([this] { return item("stopButton") != nullptr; }));
+    EXPECT_NE(focused(), u"stopButton") << "the pointer needs no focus";
+    click("stopButton");
+    ASSERT_TRUE(waitUntil([this] { return item("scanButton") != nullptr; }));
+
+    item("scanButton")->forceActiveFocus(Qt::TabFocusReason);
+    press(Qt::Key_Return);
+    EXPECT_TRUE(waitUntil([this] { return focused() == u"stopButton"; }))
+        << focused().toStdString();
+    press(Qt::Key_Return);
+    EXPECT_TRUE(waitUntil([this] { return focused() == u"scanButton"; }))
+        << focused().toStdString();
+}
+
 TEST_F(CardTest, AFailureShowsAsSignAndToast)
 {
     receive({R"({"event":"error","message":"Jam"})"});
