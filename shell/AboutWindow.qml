@@ -9,7 +9,7 @@ DialogWindow {
     property var lines: []
 
     title: qsTr("About VELMOR")
-    contentWidth: 490
+    contentWidth: 470
 
     Image {
         anchors.horizontalCenter: parent.horizontalCenter

@@ -35,8 +35,8 @@ QList<Line> ownCredits()
         {AboutText::tr("SANE and sane-airscan are licensed under the GNU GPL 2 (or later) with an "
                        "exception for their use by other programs;"),
          10, QFont::Normal, true},
-        {AboutText::tr("OpenCV is licensed under the Apache License 2.0, libpng under its own "
-                       "license, Qt under the GNU LGPL 3."),
+        {AboutText::tr("OpenCV is licensed under the Apache License 2.0, libpng under its own, "
+                       "Qt under the GNU LGPL 3."),
          10, QFont::Normal, true},
         {AboutText::tr("The engine runs as a separate process (scanengine)."), 10, QFont::Normal,
          true},
