@@ -49,11 +49,11 @@
     </message>
     <message>
         <source>© the authors of SANE, sane-airscan, OpenCV, libpng and Qt</source>
-        <translation type="unfinished"></translation>
+        <translation>© die Autoren von SANE, sane-airscan, OpenCV, libpng und Qt</translation>
     </message>
     <message>
-        <source>OpenCV is licensed under the Apache License 2.0, libpng under its own license, Qt under the GNU LGPL 3.</source>
-        <translation type="unfinished"></translation>
+        <source>OpenCV is licensed under the Apache License 2.0, libpng under its own, Qt under the GNU LGPL 3.</source>
+        <translation>OpenCV steht unter der Apache-Lizenz 2.0, libpng unter einer eigenen, Qt unter der GNU LGPL 3.</translation>
     </message>
 </context>
 <context>
@@ -245,7 +245,7 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
     <message>
         <source>Crop · straighten · levels · clean</source>
-        <translation>Zuschneiden · gerade richten · Tonwerte · säubern</translation>
+        <translation>Zuschnitt · Ausrichtung · Tonwerte · Säubern</translation>
     </message>
     <message>
         <source>Fine-tune the enhance steps</source>
