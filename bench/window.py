@@ -21,7 +21,7 @@ CARD = (SCREEN[0] // 2 - 190, 100)
 TRACK_PLACE, TRACK = (60, 99), (0xF1, 0xEF, 0xF7)  # the ground of the tabs
 BUTTON_PLACE, ACCENT = (190 - 26, 237), (0x7A, 0x5A, 0xF8)  # the round button with a scanner found
 SCANS_PLACE = (331, 320)  # the button that opens the drawer
-DRAWER_PLACE, WHITE = (380 + 10 + 450, 500), (0xFF, 0xFF, 0xFF)
+DRAWER_PLACE = (380 + 10 + 450, 500)  # the ground of the preview, which has the same colour
 WARM_RUNS = 5
 REST = 3  # seconds until the last animation and search are over
 IDLE = 5  # seconds of looking at the program at rest
@@ -124,7 +124,7 @@ def measure(program, settings, budget):
             window.wait_for(BUTTON_PLACE, ACCENT)
             screen.act("mousemove", CARD[0] + SCANS_PLACE[0], CARD[1] + SCANS_PLACE[1],
                        "click", 1, "mousemove", 4, 4)
-            window.wait_for(DRAWER_PLACE, WHITE)
+            window.wait_for(DRAWER_PLACE, TRACK)
             everything, all_memory = window.at_rest()
     return (f"{cold:.0f} ms", f"{warm:.0f} ms", f"<= {budget} ms" if budget else "",
             verdict(warm, budget), f"{card:.2f} %", f"{everything:.2f} %",

@@ -204,6 +204,10 @@ void CardWindow::dragTo(const QPoint &pointer)
 
 bool CardWindow::event(QEvent *event)
 {
+    // A control that got the focus by a key shows it until then.
+    if (event->type() == QEvent::MouseButtonPress && activeFocusItem() &&
+        activeFocusItem()->metaObject()->indexOfProperty("focusReason") >= 0)
+        activeFocusItem()->setProperty("focusReason", Qt::MouseFocusReason);
     if (event->type() == QEvent::Close)
         Q_EMIT closeAsked();
     return QQuickWindow::event(event);

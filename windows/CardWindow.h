@@ -19,7 +19,8 @@ namespace velmor {
 ///
 /// The size follows the card. While that grows, in an animation perhaps, the window is ahead of
 /// it, so that it isn't resized with each frame. The user moves the window by whatever part of
-/// the card takes no press, and can resize it by its edges if it is to be resized `byUser`.
+/// the card takes no press, and can resize it by its edges if it is to be resized `byUser`. A press
+/// also takes the ring off what the keyboard has brought the focus to.
 ///
 /// Everything in logical pixels; positions are those of the screens, top left, but for a native
 /// child of another window on Wayland, whose screen position is that of its parent plus its own.

@@ -202,5 +202,17 @@ TEST_F(AppDelegateTest, WhatCanBeClickedInAPopoverLiesInTheCard)
     EXPECT_GT(column->height(), view->height());
 }
 
+TEST_F(AppDelegateTest, AClickTakesTheRingOffWhatTheKeyboardFocused)
+{
+    auto *settings = window().findChild<QQuickItem *>(u"settingsButton"_qs);
+    ASSERT_TRUE(settings);
+    settings->forceActiveFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(settings->property("visualFocus").toBool());
+    const QPointF middle(settings->width() / 2, settings->height() / 2);
+    QTest::mouseClick(&window(), Qt::LeftButton, {}, settings->mapToScene(middle).toPoint());
+    EXPECT_TRUE(settings->hasActiveFocus());
+    EXPECT_FALSE(settings->property("visualFocus").toBool());
+}
+
 } // namespace
 } // namespace velmor
