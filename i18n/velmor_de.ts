@@ -750,6 +750,28 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
+    <name>velmor::PageEdits</name>
+    <message>
+        <source>Couldn&apos;t write — folder isn&apos;t writable</source>
+        <translation>Schreiben nicht möglich – der Ordner ist schreibgeschützt</translation>
+    </message>
+    <message numerus="yes">
+        <source>Cropped into %n pages</source>
+        <translation>
+            <numerusform>In %n Seite zugeschnitten</numerusform>
+            <numerusform>In %n Seiten zugeschnitten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cropped</source>
+        <translation>Zugeschnitten</translation>
+    </message>
+    <message>
+        <source>Magic applied to page %1 — paintbrush copies it to other scans, ⌘Z undoes</source>
+        <translation>Zauber auf Seite %1 angewendet – der Pinsel überträgt ihn auf andere Scans, ⌘Z macht ihn rückgängig</translation>
+    </message>
+</context>
+<context>
     <name>velmor::ScanArea</name>
     <message>
         <source>1 page</source>
