@@ -52,7 +52,7 @@ Outcome putLevelledPage(AppModel &model, PdfDocument &document, int index, const
     if (!model.writeWithBackup(document, file))
         return {.isWritten = false, .message = notWritten()};
     const QString message =
-        Texts::tr("Magic applied to page %1 — paintbrush copies it to other scans, ⌘Z undoes")
+        Texts::tr("Magic applied to page %1 — paintbrush copies it to other scans, Ctrl+Z undoes")
             .arg(index + 1);
     return {.isWritten = true, .message = message};
 }

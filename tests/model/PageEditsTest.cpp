@@ -87,7 +87,7 @@ TEST_F(PageEditsTest, ALevelledPageKeepsTheRawPages)
     const auto outcome = PageEdits::putLevelledPage(*model, document, 3, plainPage({50, 14}), file);
     EXPECT_TRUE(outcome.isWritten);
     EXPECT_EQ(outcome.message, QStringLiteral("Magic applied to page 4 — paintbrush copies it to "
-                                              "other scans, ⌘Z undoes"));
+                                              "other scans, Ctrl+Z undoes"));
     EXPECT_THAT(heightsOf(opened()), ElementsAre(100, 200, 300, 14, 500));
     EXPECT_THAT(outline(), ElementsAre(3, 4));
     EXPECT_THAT(labels(), ElementsAre(0, 3));
