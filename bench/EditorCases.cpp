@@ -2,6 +2,7 @@
 // that a scan leaves. Wall time: the work is spread over threads.
 
 #include "bench/SamplePage.h"
+#include "editor/PageEditor.h"
 #include "pipeline/PageOutline.h"
 #include "pipeline/PageRaster.h"
 #include "pipeline/RawStore.h"
@@ -69,17 +70,18 @@ void decodeRaw(benchmark::State &state)
     }
 }
 
-/// Until the page can be shown and measured: decoded, reduced, and laid out as bytes.
+/// Until the page can be shown and measured: decoded, reduced, laid out as bytes and counted.
 void baseImage(benchmark::State &state)
 {
     const QUrl location = rawPage();
     for (auto _ : state) {
         const auto raw = RawStore::image(location);
-        const auto base = raw ? PageRaster::downscale(*raw, 1800) : std::nullopt;
-        if (!base)
+        const auto base = raw ? PageRaster::downscale(*raw, PageEditor::baseSide) : std::nullopt;
+        const auto sample = base ? rgbaBuffer(*base) : std::nullopt;
+        if (!sample)
             state.SkipWithError("the raw page couldn't be read");
         else
-            benchmark::DoNotOptimize(base->convertToFormat(QImage::Format_RGBA8888_Premultiplied));
+            benchmark::DoNotOptimize(histogram64(*sample));
     }
 }
 
