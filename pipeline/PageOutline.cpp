@@ -28,6 +28,7 @@ constexpr double roughReach = 0.014;
 constexpr double exactReach = 0.005;
 /// Above this many times the ground's grain, and this many steps of 255, isn't the ground.
 constexpr double grains = 6;
+constexpr double calmGrains = 2.5; ///< With the grain taken out, which leaves pale sheets.
 constexpr double leastDifference = 2.5;
 /// A corner nearer to the image's own than this part of its longer side is there.
 constexpr double atCorner = 0.02;
@@ -47,7 +48,7 @@ cv::Mat coloursOf(const QImage &image)
 }
 
 /// Where `ground` isn't, the surest first: by the difference that parts the image best, and by the
-/// least that isn't grain.
+/// least that isn't grain, before and after it is smoothed.
 std::vector<cv::Mat> masksOf(const Ground &ground)
 {
     cv::Mat parted;
@@ -58,6 +59,9 @@ std::vector<cv::Mat> masksOf(const Ground &ground)
     if (best >= least)
         masks.push_back(parted);
     masks.push_back(ground.difference > least);
+    cv::Mat calm;
+    cv::medianBlur(ground.difference, calm, 5);
+    masks.push_back(calm > std::max(leastDifference, calmGrains * ground.grain));
     return masks;
 }
 

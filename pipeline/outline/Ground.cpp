@@ -11,6 +11,8 @@ namespace {
 
 /// The rim's width, as a part of the image's shorter side.
 constexpr double rimWidth = 0.02;
+/// Of how many pixels of the rim one is looked at.
+constexpr int everyPixel = 3;
 /// A rim whose two shades are further apart than this, in steps of 255, may show two things. It
 /// shows one if its grain is a small part of that, once the fall of the light is taken out.
 constexpr double twoThings = 12;
@@ -42,6 +44,8 @@ std::vector<Sample> rimOf(const cv::Mat &image)
         for (int x = 0; x < image.cols; ++x) {
             if (!whole && x == width)
                 x = std::max(x, image.cols - width);
+            if ((x + y) % everyPixel != 0)
+                continue;
             const auto colour = image.at<cv::Vec3b>(y, x);
             rim.push_back(
                 {placeOf(x, y, image.size()), colour, (colour[0] + colour[1] + colour[2]) / 3.0});

@@ -11,7 +11,7 @@ namespace {
 
 /// Parts of the image's area.
 constexpr double smallestShape = 0.015;
-constexpr double mostSpecks = 0.01;
+constexpr double mostSpecks = 0.004;
 /// Parts of the area within the corners.
 constexpr double emptiestShape = 0.9;
 /// Of the pixels within the corners; a block of print or a frame is set for less, a sheet for more,
@@ -150,7 +150,7 @@ std::optional<PixelCorners> largestShape(const cv::Mat &mask)
         return &other != &*largest && area(other) > secondShape * covered;
     });
     const Contour region = rounded(*corners);
-    const double specks = specksBeside(clean, region);
+    const double specks = specksBeside(mask, region);
     if (!isAlone || !isSolid(mask, region) ||
         specks > mostSpecks * static_cast<double>(mask.total()))
         return std::nullopt;

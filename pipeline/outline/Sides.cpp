@@ -30,7 +30,8 @@ constexpr double strong = 0.6;
 /// How far from its line an edge may be found, in pixels, and of how many of them that is true.
 constexpr double nearLine = 1.5;
 constexpr double leastNear = 0.5;
-/// A side that is nearer to the rim than this part of the image's longer side runs along it.
+/// A side that can't be seen runs along the rim if it is nearer to it than this part of the image's
+/// longer side.
 constexpr double alongRim = 0.008;
 
 using Profile = std::vector<cv::Vec3d>;
@@ -74,10 +75,9 @@ public:
             m_inward = -m_inward;
     }
 
+    /// Where the colour changes along the side.
     [[nodiscard]] std::optional<Line> line() const
     {
-        if (const std::optional<Line> rim = rimLine())
-            return rim;
         std::vector<cv::Point2d> starts;
         std::vector<Profile> profiles;
         for (int i = 0; i < profilesOfSide; ++i) {
@@ -97,10 +97,7 @@ public:
         return lineThrough(edges);
     }
 
-    [[nodiscard]] bool isRim() const { return rimLine().has_value(); }
-
-private:
-    /// The rim that the side runs along.
+    /// The rim of the image, if the side runs along it.
     [[nodiscard]] std::optional<Line> rimLine() const
     {
         const double most = alongRim * std::max(m_image.cols, m_image.rows);
@@ -124,6 +121,7 @@ private:
         return std::nullopt;
     }
 
+private:
     /// The colours across the side, a pixel apart, from outside to inside, the side in the middle.
     [[nodiscard]] Profile profileAt(cv::Point2d start) const
     {
@@ -185,27 +183,37 @@ private:
     /// The line that most of the places lie near, fitted to those.
     [[nodiscard]] static std::optional<Line> lineThrough(const std::vector<cv::Point2d> &places)
     {
-        std::vector<cv::Point2f> best;
+        Line best{};
+        std::ptrdiff_t most = 0;
         for (size_t i = 0; i < places.size(); ++i) {
             for (size_t j = i + places.size() / 4 + 1; j < places.size(); ++j) {
-                const cv::Point2d along = (places[j] - places[i]) / length(places[j] - places[i]);
-                std::vector<cv::Point2f> close;
-                for (const cv::Point2d &place : places) {
-                    if (std::abs(along.cross(place - places[i])) < nearLine)
-                        close.emplace_back(place);
+                const Line line{places[i], (places[j] - places[i]) / length(places[j] - places[i])};
+                const auto count = std::ranges::count_if(
+                    places, [&line](cv::Point2d place) { return isNear(line, place); });
+                if (count > most) {
+                    most = count;
+                    best = line;
                 }
-                if (close.size() > best.size())
-                    best = std::move(close);
             }
         }
-        if (static_cast<double>(best.size()) < leastNear * profilesOfSide)
+        if (static_cast<double>(most) < leastNear * profilesOfSide)
             return std::nullopt;
+        std::vector<cv::Point2f> close;
+        for (const cv::Point2d &place : places) {
+            if (isNear(best, place))
+                close.emplace_back(place);
+        }
         cv::Vec4f fitted;
-        cv::fitLine(best, fitted, cv::DIST_L2, 0, 0.01, 0.01);
+        cv::fitLine(close, fitted, cv::DIST_L2, 0, 0.01, 0.01);
         return Line{
             {fitted[2], fitted[3]},
             {fitted[0], fitted[1]}
         };
+    }
+
+    static bool isNear(const Line &line, cv::Point2d place)
+    {
+        return std::abs(line.along.cross(place - line.at)) < nearLine;
     }
 
     const cv::Mat &m_image;
@@ -234,8 +242,11 @@ std::optional<PixelCorners> exactCorners(const cv::Mat &image, const PixelCorner
     int rims = 0;
     for (size_t i = 0; i < rough.size(); ++i) {
         const Side side(image, rough[i], rough[(i + 1) % 4], middle, reach);
-        const std::optional<Line> line = side.line();
-        rims += side.isRim() ? 1 : 0;
+        std::optional<Line> line = side.line();
+        if (!line) {
+            line = side.rimLine();
+            ++rims;
+        }
         if (!line || rims > 2)
             return std::nullopt;
         lines.push_back(*line);

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <random>
+#include <vector>
 
 namespace velmor {
 namespace {
@@ -60,11 +61,14 @@ void print(QPainter &painter, const QTransform &toSheet, quint32 seed)
 void addGrain(QImage &image, double deviation, double falloff)
 {
     std::minstd_rand random(7);
-    std::normal_distribution<double> normal(0, deviation);
+    std::normal_distribution<double> normal;
+    std::vector<double> grains(1 << 14);
+    std::ranges::generate(grains, [&] { return normal(random); });
     for (int y = 0; y < image.height(); ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
         for (int x = 0; x < image.width(); ++x) {
-            const double shift = normal(random) - falloff * x / image.width();
+            const double shift =
+                deviation * grains[random() % grains.size()] - falloff * x / image.width();
             const auto value = [shift](int v) {
                 return std::clamp(static_cast<int>(std::lround(v + shift)), 0, 255);
             };
