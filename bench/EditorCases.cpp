@@ -48,7 +48,7 @@ public:
     }
 
 private:
-    QTemporaryDir m_folder{QStringLiteral("velmor_bench-XXXXXX")};
+    QTemporaryDir m_folder;
 };
 
 QUrl rawPage()

@@ -1,12 +1,8 @@
 #include "cli/CommandLine.h"
 
-#include "cli/QuadText.h"
+#include "cli/OptionReader.h"
 
-#include <QCommandLineParser>
 #include <QDir>
-#include <QFileInfo>
-
-#include <limits>
 
 namespace velmor {
 
@@ -39,198 +35,6 @@ const QString exitCodes =
     QStringLiteral("\nExit codes: 0 done, 2 wrong use, 3 nothing scanned, 4 no scanner found, "
                    "5 the scanner\nengine failed, 6 the PDF couldn't be saved.\n"
                    "Ctrl-C ends the scan and saves the pages so far; a second one ends at once.\n");
-
-QString quoted(const QString &text)
-{
-    return QStringLiteral("“") + text + QStringLiteral("”");
-}
-
-/// Reads the options of one command. The first thing that is wrong is kept, and what is read after
-/// it doesn't count.
-class OptionReader {
-public:
-    OptionReader(const QString &command, const QString &description)
-    {
-        m_parser.setApplicationDescription(description);
-        m_parser.addOption({
-            {QStringLiteral("h"), QStringLiteral("help")},
-            QStringLiteral("Show this help.")
-        });
-        m_program = QStringLiteral("velmor ") + command;
-    }
-
-    /// Lets files follow the options.
-    void addFiles()
-    {
-        m_mostFiles = std::numeric_limits<qsizetype>::max();
-        m_fileWord = QStringLiteral("FILE…");
-        m_parser.addPositionalArgument(m_fileWord, QStringLiteral("PDF files."));
-    }
-
-    /// Lets one file follow the options.
-    void addFile()
-    {
-        m_mostFiles = 1;
-        m_fileWord = QStringLiteral("FILE");
-        m_parser.addPositionalArgument(m_fileWord, QStringLiteral("A PDF file."));
-    }
-
-    void add(const QString &name, const QString &description, const QString &value = {})
-    {
-        m_parser.addOption({name, description, value});
-    }
-
-    void parse(const QStringList &arguments)
-    {
-        if (!m_parser.parse(QStringList(m_program) + arguments))
-            fail(m_parser.errorText());
-        const QStringList files = m_parser.positionalArguments();
-        if (files.size() > m_mostFiles)
-            fail(QStringLiteral("Unexpected argument %1.").arg(quoted(files[m_mostFiles])));
-        else if (files.isEmpty() && m_mostFiles > 0)
-            fail(QStringLiteral("A file is missing."));
-    }
-
-    [[nodiscard]] QList<QUrl> files() const
-    {
-        QList<QUrl> files;
-        for (const QString &path : m_parser.positionalArguments())
-            files.append(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
-        return files;
-    }
-
-    /// A number within limits.
-    [[nodiscard]] std::optional<double> number(const QString &name, double least, double most)
-    {
-        const std::optional<QString> given = text(name);
-        if (!given)
-            return {};
-        bool valid = false;
-        const double value = given->toDouble(&valid);
-        if (!valid || !(value >= least && value <= most))
-            fail(QStringLiteral("--%1 takes a number from %2 to %3, not %4.")
-                     .arg(name, QString::number(least), QString::number(most), quoted(*given)));
-        return value;
-    }
-
-    /// A whole number of at least 1.
-    [[nodiscard]] std::optional<int> ordinal(const QString &name)
-    {
-        const std::optional<QString> given = text(name);
-        bool valid = false;
-        const int value = given ? given->toInt(&valid) : 0;
-        if (given && (!valid || value < 1))
-            fail(QStringLiteral("--%1 takes a whole number from 1, not %2.")
-                     .arg(name, quoted(*given)));
-        return given ? std::optional(value) : std::nullopt;
-    }
-
-    /// A region for each time that the option is given, which must be at least once.
-    [[nodiscard]] QList<Quad> quads(const QString &name)
-    {
-        QList<Quad> quads;
-        for (const QString &given : m_parser.values(name)) {
-            if (const std::optional<Quad> quad = quadFromText(given))
-                quads.append(*quad);
-            else
-                fail(QStringLiteral(
-                         "--%1 takes the four corners of a region, “x,y x,y x,y x,y” from 0 to "
-                         "1, none of them dented, not %2.")
-                         .arg(name, quoted(given)));
-        }
-        if (quads.isEmpty())
-            fail(QStringLiteral("--%1 is missing.").arg(name));
-        return quads;
-    }
-
-    [[nodiscard]] bool wantsHelp() const { return m_parser.isSet(QStringLiteral("help")); }
-    /// With the command in the first line, which Qt would fill with the program's path.
-    [[nodiscard]] QString helpText() const
-    {
-        const QString text = m_parser.helpText();
-        const QString usage = QStringLiteral("Usage: %1 [options] %2").arg(m_program, m_fileWord);
-        return usage.trimmed() + text.mid(text.indexOf(u'\n'));
-    }
-    [[nodiscard]] const std::optional<QString> &problem() const { return m_problem; }
-
-    [[nodiscard]] std::optional<QString> text(const QString &name)
-    {
-        if (!m_parser.isSet(name))
-            return {};
-        const QString value = m_parser.value(name);
-        if (value.isEmpty())
-            fail(QStringLiteral("--%1 needs a value.").arg(name));
-        return value;
-    }
-
-    /// The member of `all` whose word the option gives.
-    template <typename Values, typename Word>
-    [[nodiscard]] auto oneOf(const QString &name, const Values &all, Word word)
-        -> std::optional<typename Values::value_type>
-    {
-        const std::optional<QString> given = text(name);
-        if (!given)
-            return {};
-        QStringList words;
-        for (const auto value : all) {
-            if (word(value) == *given)
-                return value;
-            words.append(word(value));
-        }
-        fail(QStringLiteral("--%1 takes one of %2, not %3.")
-                 .arg(name, words.join(QLatin1String(", ")), quoted(*given)));
-        return {};
-    }
-
-    /// Which of "--name" and "--no-name" comes last.
-    [[nodiscard]] std::optional<bool> flag(const QString &name) const
-    {
-        const QString opposite = QStringLiteral("no-") + name;
-        const QStringList given = m_parser.optionNames();
-        if (!given.contains(name) && !given.contains(opposite))
-            return {};
-        return given.lastIndexOf(name) > given.lastIndexOf(opposite);
-    }
-
-    [[nodiscard]] SearchLimit searchLimit()
-    {
-        SearchLimit limit;
-        if (const std::optional<QString> given = text(searchTimeout)) {
-            bool valid = false;
-            const int seconds = given->toInt(&valid);
-            if (!valid || seconds < 1 || seconds > longestSearch)
-                fail(QStringLiteral("--%1 takes a number of seconds from 1 to %2, not %3.")
-                         .arg(searchTimeout, QString::number(longestSearch), quoted(*given)));
-            limit.value = std::chrono::seconds(seconds);
-        }
-        return limit;
-    }
-
-    void addSearchTimeout()
-    {
-        add(searchTimeout,
-            QStringLiteral("How long to look for scanners, 1 to %1 seconds [%2].")
-                .arg(longestSearch)
-                .arg(SearchLimit().value.count()),
-            QStringLiteral("SECONDS"));
-    }
-
-private:
-    static constexpr int longestSearch = 3600;
-    const QString searchTimeout = QStringLiteral("search-timeout");
-
-    void fail(const QString &problem)
-    {
-        if (!m_problem)
-            m_problem = problem;
-    }
-
-    QCommandLineParser m_parser;
-    QString m_program;
-    qsizetype m_mostFiles = 0;
-    QString m_fileWord; ///< For the files in the help; empty where none is taken.
-    std::optional<QString> m_problem;
-};
 
 /// Help where it is asked for, else what is wrong, else the `request` that was read.
 Request answer(const OptionReader &options, const Request &request, const QString &helpEnd = {})
@@ -460,7 +264,7 @@ Request parseCommandLine(const QStringList &arguments, const QString &version)
         return WindowRequest{WindowRequest::Page::gallery};
     if (arguments.size() < 2)
         return WindowRequest{};
-    return WrongUse{QStringLiteral("There is no command %1.").arg(quoted(command))};
+    return WrongUse{QStringLiteral("There is no command “%1”.").arg(command)};
 }
 
 } // namespace velmor

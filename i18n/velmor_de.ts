@@ -732,7 +732,7 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
     <message>
         <source>Magic applied to page %1 — paintbrush copies it to other scans, ⌘Z undoes</source>
-        <translation>Zauber auf Seite %1 angewendet – der Pinsel überträgt ihn auf andere Scans, Strg+Z macht ihn rückgängig</translation>
+        <translation>Zauber auf Seite %1 angewendet – der Pinsel überträgt ihn auf andere Scans, ⌘Z macht ihn rückgängig</translation>
     </message>
 </context>
 <context>

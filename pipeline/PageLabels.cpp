@@ -1,11 +1,25 @@
 #include "pipeline/PageLabels.h"
 
 #include <qpdf/QPDF.hh>
+#include <qpdf/QPDFNumberTreeObjectHelper.hh>
 #include <qpdf/QPDFPageLabelDocumentHelper.hh>
 
+#include <exception>
 #include <vector>
 
 namespace velmor {
+
+namespace {
+
+/// `entries` are a page's index and the label that begins there, in turn.
+void setLabels(QPDF &file, const std::vector<QPDFObjectHandle> &entries)
+{
+    QPDFObjectHandle tree = QPDFObjectHandle::newDictionary();
+    tree.replaceKey("/Nums", QPDFObjectHandle::newArray(entries));
+    file.getRoot().replaceKey("/PageLabels", tree);
+}
+
+} // namespace
 
 void appendLabels(QPDF &file, int before, QPDF &source, const QList<int> &copied)
 {
@@ -29,9 +43,24 @@ void appendLabels(QPDF &file, int before, QPDF &source, const QList<int> &copied
         add(labels, place, place);
     for (const int index : copied)
         add(sourceLabels, index, place++);
-    QPDFObjectHandle tree = QPDFObjectHandle::newDictionary();
-    tree.replaceKey("/Nums", QPDFObjectHandle::newArray(entries));
-    file.getRoot().replaceKey("/PageLabels", tree);
+    setLabels(file, entries);
+}
+
+void makeRoomForLabel(QPDF &file, int index)
+{
+    try {
+        if (!QPDFPageLabelDocumentHelper(file).hasPageLabels())
+            return;
+        const QPDFNumberTreeObjectHelper tree(file.getRoot().getKey("/PageLabels"), file);
+        std::vector<QPDFObjectHandle> entries;
+        for (const auto &[first, label] : tree.getAsMap()) {
+            entries.push_back(QPDFObjectHandle::newInteger(first < index ? first : first + 1));
+            entries.push_back(label);
+        }
+        setLabels(file, entries);
+    } catch (const std::exception &) {
+        // The page stands where it should; at worst it is called by another number.
+    }
 }
 
 } // namespace velmor

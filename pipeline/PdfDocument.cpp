@@ -313,6 +313,7 @@ bool PdfDocument::insertPage(const PdfPage &page, int index)
             m_file->addPage(object, false);
         else
             m_file->addPageAt(object, true, m_file->getAllPages()[static_cast<size_t>(index)]);
+        makeRoomForLabel(*m_file, index);
         return true;
     } catch (const std::exception &) {
         return false;

@@ -102,8 +102,9 @@ public:
     [[nodiscard]] std::optional<PdfPage> page(int index) const;
 
     /// Inserts `page` so that it becomes the page at `index` (0 to `pageCount()`). A page that
-    /// already stands in a document, this one or another, is copied and stays there too. False,
-    /// with nothing changed, for an index outside or a damaged page.
+    /// already stands in a document, this one or another, is copied and stays there too. Labels
+    /// stay with their pages; the new one counts on from the page before. False, with nothing
+    /// changed, for an index outside or a damaged page.
     [[nodiscard]] bool insertPage(const PdfPage &page, int index);
 
     /// Appends copies of `count` pages of another document, from the one at index `first`, with

@@ -17,15 +17,15 @@ protected:
     {
         QDir().mkpath(scansPath());
         file = QUrl::fromLocalFile(QDir(scansPath()).filePath(QStringLiteral("a.pdf")));
-        QByteArray pdf =
-            "%PDF-1.5\n1 0 obj <</Type /Catalog /Pages 2 0 R /Outlines 10 0 R>> endobj\n"
-            "2 0 obj <</Type /Pages /Count 5 /Kids [3 0 R 4 0 R 5 0 R 6 0 R 7 0 R]>> "
-            "endobj\n"
-            "10 0 obj <</First 11 0 R /Last 12 0 R /Count 2>> endobj\n"
-            "11 0 obj <</Title (Third) /Parent 10 0 R /Next 12 0 R /Dest [5 0 R "
-            "/Fit]>> endobj\n"
-            "12 0 obj <</Title (Fourth) /Parent 10 0 R /Prev 11 0 R /Dest [6 0 R "
-            "/Fit]>> endobj\n";
+        QByteArray pdf = "%PDF-1.5\n1 0 obj <</Type /Catalog /Pages 2 0 R /Outlines 10 0 R "
+                         "/PageLabels <</Nums [0 <</S /r>> 3 <</S /D>>]>> >> endobj\n"
+                         "2 0 obj <</Type /Pages /Count 5 /Kids [3 0 R 4 0 R 5 0 R 6 0 R 7 0 R]>> "
+                         "endobj\n"
+                         "10 0 obj <</First 11 0 R /Last 12 0 R /Count 2>> endobj\n"
+                         "11 0 obj <</Title (Third) /Parent 10 0 R /Next 12 0 R /Dest [5 0 R "
+                         "/Fit]>> endobj\n"
+                         "12 0 obj <</Title (Fourth) /Parent 10 0 R /Prev 11 0 R /Dest [6 0 R "
+                         "/Fit]>> endobj\n";
         QStringList raw;
         for (int page = 1; page <= 5; ++page) {
             pdf += QByteArray::number(page + 2) +
@@ -39,17 +39,22 @@ protected:
 
     PdfDocument opened() const { return PdfDocument::open(file).value(); }
 
-    /// The page, from 1, that each outline entry leads to.
-    QList<int> outline() const
+    /// The numbers that qpdf tells of all entries of a part of the document.
+    QList<int> numbers(const char *part, const char *name) const
     {
         const QByteArray json =
             outputOf(QStringLiteral("qpdf"), {QStringLiteral("--json=1"), file.toLocalFile()});
-        QList<int> targets;
+        QList<int> found;
         const QJsonObject all = QJsonDocument::fromJson(json).object();
-        for (const QJsonValue entry : all[QStringLiteral("outlines")].toArray())
-            targets.append(entry[QStringLiteral("destpageposfrom1")].toInt());
-        return targets;
+        for (const QJsonValue entry : all[QLatin1String(part)].toArray())
+            found.append(entry[QLatin1String(name)].toInt());
+        return found;
     }
+
+    /// The page, from 1, that each outline entry leads to.
+    QList<int> outline() const { return numbers("outlines", "destpageposfrom1"); }
+    /// The page, from 0, with which each kind of page numbers begins.
+    QList<int> labels() const { return numbers("pagelabels", "index"); }
 
     QUrl file;
     const QList<PdfPage> twoPages{plainPage({50, 11}), plainPage({50, 12})};
@@ -64,6 +69,7 @@ TEST_F(PageEditsTest, CroppedPagesTakeThePlaceOfTheirPage)
     EXPECT_EQ(outcome.message, QStringLiteral("Cropped into 2 pages"));
     EXPECT_THAT(heightsOf(opened()), ElementsAre(100, 200, 11, 12, 400, 500));
     EXPECT_THAT(outline(), ElementsAre(3, 5));
+    EXPECT_THAT(labels(), ElementsAre(0, 4));
     EXPECT_EQ(RawStore::pageCount(file), 0);
     outputOf(QStringLiteral("qpdf"), {QStringLiteral("--check"), file.toLocalFile()});
 
@@ -84,6 +90,7 @@ TEST_F(PageEditsTest, ALevelledPageKeepsTheRawPages)
                                               "other scans, ⌘Z undoes"));
     EXPECT_THAT(heightsOf(opened()), ElementsAre(100, 200, 300, 14, 500));
     EXPECT_THAT(outline(), ElementsAre(3, 4));
+    EXPECT_THAT(labels(), ElementsAre(0, 3));
     EXPECT_EQ(RawStore::pageCount(file), 5);
     EXPECT_TRUE(model->undoableFiles().contains(file));
 }
