@@ -43,7 +43,8 @@ void PageEditor::open(const QUrl &url, EditorMode mode, const EditorViewport &vi
     Q_EMIT opened();
     // Once the caller has laid out the view, whose size the viewport needs.
     const auto begin = [this, page = viewport.pageIndex] {
-        readFile(page);
+        if (!m_isDone)
+            readFile(page);
     };
     QMetaObject::invokeMethod(this, begin, Qt::QueuedConnection);
 }
