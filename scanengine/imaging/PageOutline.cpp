@@ -4,10 +4,9 @@
 #include "scanengine/imaging/PixelView.h"
 #include "scanengine/imaging/SheetFit.h"
 
-#include <opencv2/imgproc.hpp>
-
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <vector>
 
 namespace scanengine {
@@ -73,19 +72,48 @@ std::optional<Answer> judged(const QImage &image, const BedView &bed, const LidG
     return answer;
 }
 
-/// How much of `a` lies in `b`, as a share of `a`.
+/// The part of the convex `polygon` to the right of the line from `start` to `end`, on which is
+/// inside for the side of a polygon that goes clockwise.
+QPolygonF clipped(const QPolygonF &polygon, QPointF start, QPointF end)
+{
+    const QPointF side = end - start;
+    const auto inside = [&](QPointF at) {
+        return side.x() * (at.y() - start.y()) - side.y() * (at.x() - start.x());
+    };
+    QPolygonF part;
+    for (qsizetype i = 0; i < polygon.size(); ++i) {
+        const QPointF from = polygon[i];
+        const QPointF to = polygon[(i + 1) % polygon.size()];
+        const double before = inside(from);
+        const double after = inside(to);
+        if (before >= 0)
+            part.append(from);
+        if ((before < 0) != (after < 0))
+            part.append(from + (to - from) * (before / (before - after)));
+    }
+    return part;
+}
+
+double areaOf(const QPolygonF &polygon)
+{
+    double doubled = 0;
+    for (qsizetype i = 0; i < polygon.size(); ++i) {
+        const QPointF from = polygon[i];
+        const QPointF to = polygon[(i + 1) % polygon.size()];
+        doubled += from.x() * to.y() - from.y() * to.x();
+    }
+    return std::abs(doubled) / 2;
+}
+
+/// How much of `a` lies in `b`, as a share of `a`. Exact also for outlines that share sides.
 double overlap(const PageOutline &a, const PageOutline &b)
 {
-    const auto polygon = [](const PageOutline &outline) {
-        std::vector<cv::Point2f> points;
-        for (const QPointF corner : outline.corners())
-            points.emplace_back(float(corner.x()), float(corner.y()));
-        return points;
-    };
-    std::vector<cv::Point2f> common;
-    const auto first = polygon(a);
-    const double area = cv::contourArea(first);
-    return area <= 0 ? 0 : double(cv::intersectConvexConvex(first, polygon(b), common)) / area;
+    const QPolygonF frame = b.corners();
+    QPolygonF common = a.corners();
+    const double area = areaOf(common);
+    for (qsizetype i = 0; i < frame.size(); ++i)
+        common = clipped(common, frame[i], frame[(i + 1) % frame.size()]);
+    return area <= 0 ? 0 : areaOf(common) / area;
 }
 
 /// The smallest of the answers if all others hold it: they take some of the lid for paper. Only

@@ -132,6 +132,12 @@ TEST(PageOutline, HoldsAllSheets)
     EXPECT_FALSE(pageSkew(scene.image, page));
 }
 
+TEST(PageOutline, IsGivenWhenThereIsButOneAnswer)
+{
+    // The angle and place at which a general intersection of this outline with itself is empty.
+    EXPECT_TRUE(findPage(corpus::sceneCase(3, 66, 150).scene.image));
+}
+
 TEST(PageOutline, CutsNoContentOfTheCorpus)
 {
     for (int i = 0; i < 20; ++i) {

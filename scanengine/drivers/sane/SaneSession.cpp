@@ -220,7 +220,8 @@ SheetResult SaneSession::readSheet(const std::stop_token &stop)
 }
 
 // When the server or the way to it breaks down, SANE's net backend may crash, report an error of
-// input and output, or give a frame that can't be. The scanner itself is seldom to blame then.
+// input and output or the number of an error of the system, or give a frame that can't be. The
+// scanner itself is seldom to blame then.
 
 Fault SaneSession::faultFor(WorkerTrouble trouble) const
 {
@@ -230,7 +231,9 @@ Fault SaneSession::faultFor(WorkerTrouble trouble) const
 
 Fault SaneSession::faultFor(SaneStatus status) const
 {
-    const bool isLost = m_site == DeviceSite::scanServer && status == SaneStatus::ioError;
+    const bool isFromScanner = status > SaneStatus::good && status <= SaneStatus::accessDenied &&
+                               status != SaneStatus::endOfData && status != SaneStatus::ioError;
+    const bool isLost = m_site == DeviceSite::scanServer && !isFromScanner;
     return {isLost ? troubleText(WorkerTrouble::serverLost) : statusText(status)};
 }
 
