@@ -11,10 +11,12 @@ import sys
 from pathlib import Path
 
 import accuracy
+from PIL import Image
 from processes import RunError, check_pages, peak_memory, run, seconds_of
 from table import ABSOLUTE, Row, as_text
 
 PAGE_SIZE = (2480, 3508)
+LARGE_PAGE = (4960, 7016)
 LONG_JOB = 200  # pages
 MEGABYTE = 1e6
 
@@ -105,6 +107,22 @@ class Bench:
         shutil.rmtree(output)
         return peak - size, size
 
+    def large_scan(self):
+        """The scan of one colour page at 600 dpi."""
+        feeder, output = self.fresh_folder("large-feeder"), self.fresh_folder("large")
+        with Image.open(self.images[0]) as page:
+            page.convert("RGB").resize(LARGE_PAGE).save(
+                feeder / "page.png", dpi=(600, 600), compress_level=1)
+        run(self.scan_command(feeder, output, "--no-ocr")
+            + ["--quality", "600", "--color", "color"], self.scan_environment(feeder))
+        return only_pdf(output)
+
+    def editing_memory(self, *command):
+        """The most bytes that an edit of that page takes."""
+        pdf = self.large_scan()
+        return peak_memory([self.programs / "velmor", *command, "--no-ocr", pdf],
+                           self.scan_environment(self.pages))
+
     # What it is compared with
 
     def reference_pdf(self):
@@ -168,6 +186,14 @@ class Bench:
         return Row(f"{LONG_JOB} pages {recognition}, memory beyond the PDF's size", "MB",
                    beyond and beyond / MEGABYTE, size and size / MEGABYTE, 400, ABSOLUTE)
 
+    def editing_rows(self):
+        edits = {"cropped": ["crop", "--quad", ".02,.01 .985,.02 .98,.985 .01,.98"],
+                 "with new levels": ["magic", "--black", "0.1", "--white", "0.9"]}
+        peaks = [self.attempt(self.editing_memory, *command) for command in edits.values()]
+        return [Row(f"600 dpi colour page {name}, memory", "MB", peak and peak / MEGABYTE,
+                    LARGE_PAGE[0] * LARGE_PAGE[1] * 4 / MEGABYTE)
+                for name, peak in zip(edits, peaks)]
+
     def case_rows(self):
         """(rows with a budget, the printed list of all cases)."""
         report = self.scratch / "cases.json"
@@ -181,7 +207,13 @@ class Bench:
                     times.get("copyA4"), 60, ABSOLUTE),
                 *(Row(f"pages turned, open to saved: {pages}", "ms",
                       times.get(f"rotatePages/{pages}"), times.get(f"copyPages/{pages}"),
-                      1.5 if pages == 100 else None) for pages in (1, 100, 1000))], listing
+                      1.5 if pages == 100 else None) for pages in (1, 100, 1000)),
+                *(Row(name, "ms", times.get(case), times.get("decodeRaw")) for name, case in (
+                    ("600 dpi colour page until the editor shows it", "baseImage"),
+                    ("  cropped, without text", "applyCrop/0"),
+                    ("  with text", "applyCrop/1"),
+                    ("  new levels, without text", "applyMagic/0"),
+                    ("  with text", "applyMagic/1")))], listing
 
 
 def case_times(report):
@@ -212,6 +244,7 @@ def main():
     rows.append(bench.memory_row("--no-ocr"))
     if options.full:
         rows.append(bench.memory_row("--ocr"))
+    rows += bench.editing_rows()
     case_rows, listing = bench.case_rows()
     print(as_text(rows + case_rows), listing, sep="\n\n", end="")
     for failure in bench.failures:

@@ -1,5 +1,6 @@
 #include "editor/EditedFile.h"
 
+#include "pipeline/PageOutline.h"
 #include "pipeline/PageRaster.h"
 #include "pipeline/PageSource.h"
 #include "pipeline/RawStore.h"
@@ -110,6 +111,15 @@ QFuture<EditedPage> loadForEditing(const std::shared_ptr<EditedFile> &file, int 
     return source.then(QtFuture::Launch::Async, [maxDim, weak](const PagePixels &found) {
         return weak.expired() ? EditedPage()
                               : withoutExceptions([&] { return loaded(found, maxDim); });
+    });
+}
+
+QFuture<std::optional<Quad>> outlineForEditing(const QImage &image, const Wish &wish)
+{
+    return QtConcurrent::run([image, wish = WeakWish(wish)]() -> std::optional<Quad> {
+        if (wish.expired())
+            return std::nullopt;
+        return withoutExceptions([&] { return findPageOutline(image); });
     });
 }
 

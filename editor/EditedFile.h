@@ -2,6 +2,7 @@
 
 #include "editor/LevelsAnalysis.h"
 #include "pipeline/PdfDocument.h"
+#include "pipeline/Quad.h"
 
 #include <QFuture>
 #include <QImage>
@@ -51,5 +52,8 @@ using Wish = std::shared_ptr<const int>;
 /// by one of these tasks at a time; the caller touches `file.document` while none is under way.
 [[nodiscard]] QFuture<EditedPage> loadForEditing(const std::shared_ptr<EditedFile> &file, int index,
                                                  const QUrl &url, double maxDim, const Wish &wish);
+
+/// Looks in the background for the outline of the paper on a page image.
+[[nodiscard]] QFuture<std::optional<Quad>> outlineForEditing(const QImage &image, const Wish &wish);
 
 } // namespace velmor

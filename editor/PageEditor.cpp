@@ -39,7 +39,11 @@ void PageEditor::open(const QUrl &url, EditorMode mode, const EditorViewport &vi
     m_mode = mode;
     m_pendingViewport = viewport;
     Q_EMIT opened();
-    readFile(viewport.pageIndex);
+    // Once the caller has laid out the view, whose size the viewport needs.
+    const auto begin = [this, page = viewport.pageIndex] {
+        readFile(page);
+    };
+    QMetaObject::invokeMethod(this, begin, Qt::QueuedConnection);
 }
 
 QCoro::Task<> PageEditor::readFile(int wantedPage)
@@ -102,6 +106,14 @@ QCoro::Task<> PageEditor::loadInBackground()
     show(std::move(page));
     if (!hasImage())
         giveUp(tr("This page can't be shown"));
+    if (!hasImage() || !isCrop())
+        co_return;
+    QFuture<std::optional<Quad>> finding = outlineForEditing(m_baseImage, wish);
+    const std::optional<Quad> outline = co_await finding;
+    if (!self || m_wish != wish || m_isDone || !outline)
+        co_return;
+    m_crop.propose(*outline);
+    Q_EMIT boxesChanged();
 }
 
 void PageEditor::show(EditedPage page)
@@ -141,7 +153,7 @@ QImage PageEditor::displayImage() const
 
 void PageEditor::applyPendingViewport()
 {
-    if (!m_pendingViewport || !hasImage() || viewSize().isNull())
+    if (!m_pendingViewport || !hasImage() || viewSize().isEmpty())
         return;
     m_placement.applyViewport(*std::exchange(m_pendingViewport, std::nullopt));
 }

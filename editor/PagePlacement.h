@@ -21,10 +21,10 @@ struct PagePlacement {
     static constexpr double smallestZoom = 1;
     static constexpr double largestZoom = 8;
 
-    QSizeF image;    ///< Pixels.
-    QSizeF viewSize; ///< Of the area.
-    double zoom = 1; ///< Over the fitted page.
-    QPointF pan;     ///< From the middle of the area to the middle of the image.
+    QSizeF image{0, 0};    ///< Pixels.
+    QSizeF viewSize{0, 0}; ///< Of the area.
+    double zoom = 1;       ///< Over the fitted page.
+    QPointF pan;           ///< From the middle of the area to the middle of the image.
 
     bool operator==(const PagePlacement &) const = default;
 

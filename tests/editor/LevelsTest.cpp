@@ -62,36 +62,42 @@ QImage striped(const std::function<QRgb(int row)> &dark, const std::function<QRg
 
 TEST(LevelsAnalysis, AutoMakesPrintReadable)
 {
+    const auto all = [](QRgb colour) {
+        return [colour](int) {
+            return colour;
+        };
+    };
+    const auto sparse = [](int row) {
+        return grey(row < 9 ? 60 : 240);
+    };
+    const auto inks = [](int row) {
+        return grey(20 + 10 * (row % 10));
+    };
+    const auto papers = [](int row) {
+        return grey(220 + row % 10);
+    };
+    const auto shaded = [](int row) {
+        return grey(row < 6 ? 227 : 240);
+    };
+    const auto paper = all(grey(240));
+    const auto mute = all(qRgb(152, 120, 120));
+    const auto vivid = all(qRgb(153, 120, 120));
     const struct {
         const char *what;
         QImage page;
         double black, white;
     } cases[] = {
-        {"a white page", painted({92, 92}, [](int, int) { return grey(255); }), 0.8, 0.95},
-        {"a page smaller than the grid", painted({2, 2}, [](int, int) { return grey(9); }), 0.8,
-         0.95},
-        {"too little print",
-         striped([](int row) { return grey(row < 9 ? 60 : 240); }, [](int) { return grey(240); }),
-         0.8, 0.95},
-        {"print of many levels",
-         striped([](int row) { return grey(20 + 10 * (row % 10)); },
-         [](int row) { return grey(220 + row % 10); }),
-         90 / 255.0, 221 / 255.0},
-        {"faint print: kept apart",
-         striped([](int) { return grey(226); }, [](int) { return grey(240); }), 240 / 255.0 - 0.06,
-         240 / 255.0},
-        {"steps that are too small",
-         striped([](int) { return grey(227); }, [](int) { return grey(240); }), 0.8, 0.95},
-        {"black as black can be is no print",
-         striped([](int) { return grey(2); }, [](int) { return grey(240); }), 0.8, 0.95},
-        {"paper as white as can be",
-         striped([](int) { return grey(60); }, [](int) { return grey(253); }), 0.8, 0.95},
-        {"colour worth keeping",
-         striped([](int) { return qRgb(200, 120, 120); }, [](int) { return grey(220); }), 0.45,
-         0.88},
-        {"colour too pale to keep",
-         striped([](int) { return qRgb(152, 120, 120); }, [](int) { return grey(220); }),
-         129 / 255.0, 220 / 255.0},
+        {"a white page", striped(all(grey(255)), all(grey(255))), 0.8, 0.95},
+        {"smaller than the grid", striped(inks, papers).copy(0, 0, 2, 2), 0.8, 0.95},
+        {"too little print", striped(sparse, paper), 0.8, 0.95},
+        {"print of many levels", striped(inks, papers), 90 / 255.0, 221 / 255.0},
+        {"shade that isn't paper", striped(all(grey(60)), shaded), 60 / 255.0, 240 / 255.0},
+        {"faint: kept apart", striped(all(grey(226)), paper), 240 / 255.0 - 0.06, 240 / 255.0},
+        {"too small a step", striped(all(grey(227)), paper), 0.8, 0.95},
+        {"as dark as no ink is", striped(all(grey(2)), paper), 0.8, 0.95},
+        {"as white as no paper is", striped(all(grey(60)), all(grey(253))), 0.8, 0.95},
+        {"colour worth keeping", striped(vivid, all(grey(220))), 0.45, 0.88},
+        {"colour too pale for that", striped(mute, all(grey(220))), 129 / 255.0, 220 / 255.0},
     };
     for (const auto &c : cases) {
         const MagicLevels levels = autoLevels(rgbaBuffer(c.page).value());

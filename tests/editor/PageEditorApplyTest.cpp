@@ -2,6 +2,7 @@
 #include "tests/model/SmallDisk.h"
 
 #include <QFile>
+#include <QSemaphore>
 #include <QThreadPool>
 
 namespace velmor {
@@ -12,6 +13,30 @@ using testing::IsEmpty;
 
 constexpr auto crop = EditorMode::crop;
 constexpr auto magic = EditorMode::magic;
+
+/// While it lives, nothing that is begun in the background gets ahead.
+class HeldPool {
+public:
+    HeldPool()
+    {
+        for (int i = 0; i < m_count; ++i) {
+            QThreadPool::globalInstance()->start([this] {
+                m_begun.release();
+                m_end.acquire();
+            });
+        }
+        m_begun.acquire(m_count);
+    }
+    ~HeldPool()
+    {
+        m_end.release(m_count);
+        QThreadPool::globalInstance()->waitForDone();
+    }
+
+private:
+    const int m_count = QThreadPool::globalInstance()->maxThreadCount();
+    QSemaphore m_begun, m_end;
+};
 
 class PageEditorApplyTest : public PageEditorFixture {
 protected:
@@ -39,10 +64,13 @@ TEST_F(PageEditorApplyTest, CropPutsAPageForEachBoxInThePagesPlace)
     prepare(crop);
     clickBox(0, 0.5, 1, 1);
     click(at(0.5, 0.45));
-    EXPECT_TRUE(editor->handleKey(QStringLiteral("return")));
-    EXPECT_TRUE(editor->busy());
-    EXPECT_FALSE(editor->canApply());
-    editor->applyCrop();
+    {
+        const HeldPool held;
+        EXPECT_TRUE(editor->handleKey(QStringLiteral("return")));
+        EXPECT_TRUE(editor->busy());
+        EXPECT_FALSE(editor->canApply());
+        editor->applyCrop();
+    }
     ASSERT_TRUE(waitForDone());
     EXPECT_THAT(heights(), ElementsAre(100, 200, 60, 150, 400, 500));
     EXPECT_EQ(qRound(PdfDocument::open(url)->page(2)->mediaBox().width()), 50);
@@ -121,14 +149,19 @@ TEST_F(PageEditorApplyTest, LeavingMeanwhileLeavesEverythingAsItWas)
         open(url, mode);
         editor->setBlackLum(0.5);
         editor->addBox();
-        editor->apply();
-        ASSERT_TRUE(editor->busy());
-        editor->cancel();
-        // The work that was begun comes to an end with and without the one who began it.
-        if (mode == magic)
-            editor.reset();
-        QThreadPool::globalInstance()->waitForDone();
-        QCoreApplication::processEvents();
+        {
+            const HeldPool held;
+            editor->apply();
+            ASSERT_TRUE(editor->busy());
+            editor->cancel();
+            // The work comes to its end with and without the one who began it.
+            if (mode == magic)
+                editor.reset();
+        }
+        for (int step = 0; step < 10; ++step) {
+            QCoreApplication::processEvents();
+            QThreadPool::globalInstance()->waitForDone();
+        }
         EXPECT_THAT(ends, ElementsAre(false));
         EXPECT_EQ(readFile(url.toLocalFile()), before);
         EXPECT_EQ(RawStore::pageCount(url), 1);
@@ -140,9 +173,12 @@ TEST_F(PageEditorApplyTest, LeavingMeanwhileLeavesEverythingAsItWas)
 TEST_F(PageEditorApplyTest, APageChangeMeanwhileDoesNotDisturb)
 {
     prepare(magic);
-    editor->applyMagic();
-    editor->setPageIndex(0);
-    EXPECT_FALSE(editor->hasImage());
+    {
+        const HeldPool held;
+        editor->applyMagic();
+        editor->setPageIndex(0);
+        EXPECT_FALSE(editor->hasImage());
+    }
     ASSERT_TRUE(waitForDone());
     EXPECT_THAT(ends, ElementsAre(true));
     EXPECT_EQ(toast().left(23), u"Magic applied to page 3");

@@ -1,5 +1,7 @@
 #include "tests/editor/PageEditorFixture.h"
 
+#include <QPainter>
+
 namespace velmor {
 namespace {
 
@@ -42,9 +44,11 @@ TEST_F(PageEditorTest, OpensWhereTheUserWasLooking)
     open(scan({100, 100}), magic, {1, 4, QPointF(0.75, 0.5)});
     EXPECT_EQ(editor->zoom(), 4);
     EXPECT_EQ(editor->pan(), QPointF(-400, 0));
+    editor->autoSet();
     editor->setPageIndex(0);
     EXPECT_FALSE(editor->hasImage());
     EXPECT_EQ(editor->zoom(), 1) << "another page is fitted";
+    EXPECT_FALSE(editor->magicTouched()) << "nothing unapplied survives";
     waitForPage();
     editor->zoomIn();
     EXPECT_EQ(editor->zoomReadout(), u"140%");
@@ -153,21 +157,10 @@ TEST_F(PageEditorTest, ALateResultDoesNotShowOverANewerPage)
     EXPECT_THAT(shown, SizeIs(22)) << "each page left blank, and the last one shown";
 }
 
-TEST_F(PageEditorTest, NothingUnappliedSurvivesAPageChange)
-{
-    open(scan({100, 100}), crop);
-    clickBox(0.1, 0.1, 0.9, 0.9);
-    click(at(0.5, 0.5));
-    editor->setPageIndex(1);
-    EXPECT_TRUE(editor->crop().isEmpty());
-    EXPECT_FALSE(editor->canApply());
-}
-
 TEST_F(PageEditorTest, KeysDoWhatTheStateAllows)
 {
-    using Name = QString;
-    const Name escape = QStringLiteral("escape"), undo = QStringLiteral("undo"),
-               enter = QStringLiteral("return"), erase = QStringLiteral("delete");
+    const auto escape = QStringLiteral("escape"), undo = QStringLiteral("undo");
+    const auto enter = QStringLiteral("return"), erase = QStringLiteral("delete");
     open(scan({100}), crop);
     EXPECT_FALSE(editor->handleKey(QStringLiteral("r")));
     EXPECT_TRUE(editor->handleKey(erase)) << "also with nothing to take back";
@@ -185,7 +178,7 @@ TEST_F(PageEditorTest, KeysDoWhatTheStateAllows)
     open(scan({100}), magic);
     EXPECT_FALSE(editor->handleKey(enter));
     EXPECT_FALSE(editor->handleKey(erase));
-    for (const Name &key : {escape, undo}) {
+    for (const QString &key : {escape, undo}) {
         editor->autoSet();
         EXPECT_TRUE(editor->handleKey(key));
         EXPECT_EQ(editor->levels(), MagicLevels());
@@ -223,6 +216,24 @@ TEST_F(PageEditorTest, ClicksMeasureThePageAsItWasBeforeTheLevels)
     EXPECT_EQ(editor->displayImage(), editor->baseImage());
     editor->setBlackLum(0.5);
     EXPECT_EQ(editor->instruction(), u"Fine-tune with the sliders, then Apply");
+}
+
+TEST_F(PageEditorTest, ProposesTheOutlineOfThePaper)
+{
+    QImage paper = plain({600, 800}, 60);
+    QPainter(&paper).fillRect(150, 200, 300, 400, Qt::white);
+    const QUrl url = scan({400});
+    giveRawPages(url, {paper});
+    open(url, crop);
+    EXPECT_FALSE(editor->canApply());
+    ASSERT_TRUE(waitUntil([this] { return editor->hasProposal(); }));
+    EXPECT_TRUE(editor->handleCropKey(Qt::Key_Tab, 0));
+    ASSERT_THAT(editor->boxes(), SizeIs(1));
+    const QPointF corner = editor->boxes()[0].corners[2];
+    EXPECT_NEAR(corner.x(), 0.75, 0.01);
+    EXPECT_NEAR(corner.y(), 0.75, 0.01);
+    EXPECT_FALSE(editor->hasProposal());
+    EXPECT_EQ(editor->currentCornerName(), u"Box 1, top left corner");
 }
 
 TEST_F(PageEditorTest, BoxesCanBeMadeByKeysAlone)

@@ -114,15 +114,5 @@ TEST(PagePlacement, OpensWhereAViewportSays)
     }
 }
 
-TEST(PagePlacement, BringsAPlaceIntoViewAndLeavesOneThatIs)
-{
-    PagePlacement page = tallPage(4);
-    page.reveal({0.5, 0.5});
-    EXPECT_EQ(page.pan, QPointF());
-    page.reveal({0.5, 0.9});
-    EXPECT_TRUE(
-        QRectF({}, page.viewSize).contains(page.imageRect().center() + QPointF(0, 0.4 * 800)));
-}
-
 } // namespace
 } // namespace velmor

@@ -15,25 +15,38 @@ TEST(PageRaster, LevelsFollowTheirFormula)
         const char *what;
         double black, white, gamma;
     } cases[] = {
-        {"stretched",        0.2,  0.8, 1.0},
-        {"swapped points",   0.8,  0.2, 1.0},
-        {"midtones darker",  0.1,  0.9, 2.2},
-        {"points too close", 0.5,  0.5, 1.0},
-        {"beyond the scale", -0.5, 1.5, 1.3},
+        {"as it was",           0,    1,     1    },
+        {"stretched",           0.2,  0.8,   1    },
+        {"swapped points",      0.8,  0.2,   1    },
+        {"swapped, darker",     0.93, 0.07,  1.7  },
+        {"midtones darker",     0.1,  0.9,   2.2  },
+        {"crispest",            0.15, 0.85,  2.83 },
+        {"softest",             0.05, 0.95,  0.354},
+        {"for little print",    0.8,  0.95,  0.85 },
+        {"points equal",        0.5,  0.5,   1    },
+        {"points equal, white", 1,    1,     0.7  },
+        {"points too close",    0.3,  0.305, 1.4  },
+        {"white above 1",       0.1,  1.4,   0.85 },
+        {"black below 0",       -0.4, 0.9,   1.2  },
+        {"beyond the scale",    -0.5, 1.5,   1.3  },
     };
-    QImage ramp(256, 1, QImage::Format_Grayscale8);
-    for (int value = 0; value < 256; ++value)
-        ramp.scanLine(0)[value] = static_cast<uchar>(value);
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.what);
-        const auto result = PageRaster::applyLevels(ramp, c.black, c.white, c.gamma);
-        ASSERT_TRUE(result);
-        const double lo = std::min(c.black, c.white);
-        const double hi = std::max(std::max(c.black, c.white), lo + 0.01);
-        for (int value = 0; value < 256; ++value) {
-            const double base = std::clamp((value / 255.0 - lo) / (hi - lo), 0.0, 1.0);
-            EXPECT_NEAR(qGray(result->pixel(value, 0)), 255 * std::pow(base, c.gamma), 0.51)
-                << value;
+    for (const QImage::Format format : {QImage::Format_Grayscale8, QImage::Format_RGB32}) {
+        QImage ramp(256, 1, format);
+        for (int value = 0; value < 256; ++value)
+            ramp.setPixelColor(value, 0, QColor(value, value, value));
+        for (const auto &c : cases) {
+            SCOPED_TRACE(c.what);
+            const auto result = PageRaster::applyLevels(ramp, c.black, c.white, c.gamma);
+            ASSERT_TRUE(result);
+            const double lo = std::min(c.black, c.white);
+            const double hi = std::max(std::max(c.black, c.white), lo + 0.01);
+            for (int value = 0; value < 256; ++value) {
+                const double base = std::clamp((value / 255.0 - lo) / (hi - lo), 0.0, 1.0);
+                const double wanted = 255 * std::pow(base, c.gamma);
+                const QRgb got = result->pixel(value, 0);
+                EXPECT_NEAR(qRed(got), wanted, 0.51) << value;
+                EXPECT_TRUE(qRed(got) == qGreen(got) && qGreen(got) == qBlue(got)) << value;
+            }
         }
     }
 }
