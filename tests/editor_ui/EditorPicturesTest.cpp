@@ -67,6 +67,16 @@ TEST_F(EditorPictures, TheRedSquareIsAroundThePixelThatAClickMeasures)
                       editor->baseImage().pixelColor(measured));
         }
     }
+    // The lens is full to its rim.
+    const QPoint at = onPage(0.5, 0.5);
+    QTest::mouseMove(window.get(), at);
+    look();
+    const QPoint measured =
+        samplePixel(norm(area->mapFromScene(at), editor->imageRect()), 200, 250);
+    for (const QPoint way : {QPoint(10, 0), QPoint(-10, 0), QPoint(0, 10), QPoint(0, -10)}) {
+        EXPECT_EQ(m_picture.pixelColor(redPixels().center() + way * 6 * ratio()),
+                  editor->baseImage().pixelColor(measured + way));
+    }
     QTest::mouseMove(window.get(), {5, 5});
     look();
     EXPECT_TRUE(redPixels().isEmpty());
