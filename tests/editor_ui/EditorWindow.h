@@ -66,9 +66,12 @@ protected:
         editor = window->findChild<PageEditor *>();
         editor->setModel(model.get());
         QObject::connect(editor, &PageEditor::done, [this](bool changed) { ends.append(changed); });
-        editor->open(url, mode);
         window->requestActivate();
-        ASSERT_TRUE(waitUntil([this] { return window->isActive() && editor->hasImage(); }));
+        // The view has its size by then, as it has in the drawer.
+        ASSERT_TRUE(
+            waitUntil([this] { return window->isActive() && !editor->viewSize().isEmpty(); }));
+        editor->open(url, mode);
+        ASSERT_TRUE(waitUntil([this] { return editor->hasImage(); }));
         area = item("area");
         area->forceActiveFocus();
     }
