@@ -129,14 +129,19 @@ Item {
                 }
             }
 
-            Repeater {
-                model: view.browser.editorIdentity === "" ? [] : [view.browser.editorIdentity]
+            Loader {
+                readonly property string identity: view.browser.editorIdentity
+                readonly property Item shown: item as Item
 
-                Loader {
-                    anchors.fill: parent
-                    sourceComponent: view.editor
-                    onLoaded: item.forceActiveFocus()
+                anchors.fill: parent
+                active: false
+                sourceComponent: view.editor
+                // Another file or mode is another editor.
+                onIdentityChanged: {
+                    active = false;
+                    active = identity !== "";
                 }
+                onLoaded: shown.forceActiveFocus()
             }
         }
     }

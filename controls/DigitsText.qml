@@ -45,7 +45,7 @@ Item {
                 required property int index
                 readonly property string character: readout.text.charAt(index)
 
-                width: character >= "0" && character <= "9" ? readout.digitWidth : implicitWidth
+                width: character >= "0" && character <= "9" ? readout.digitWidth : metrics.advanceWidth(character)
                 horizontalAlignment: Text.AlignHCenter
                 text: character
                 font: metrics.font

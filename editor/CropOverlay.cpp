@@ -79,7 +79,7 @@ void CropOverlay::paintProposal(QPainter &painter, const QRectF &rect) const
 {
     if (!m_editor->proposal())
         return;
-    painter.setPen(dashedPen(faded(0.55), 1, 2, 4));
+    painter.setPen(dashedPen(faded(0.8), 1.5, 3, 4));
     painter.setBrush(faded(0.04));
     painter.drawPolygon(outline(*m_editor->proposal(), rect));
 }

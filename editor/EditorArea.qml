@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Velmor.Controls
 import Velmor.Editor
 
 // The page, what is drawn on it, and what the pointer and the keys do there.
-T.Control {
+FocusItem {
     id: area
 
     required property PageEditor editor
@@ -12,8 +11,6 @@ T.Control {
     property real cornerRadius: 0
 
     clip: true
-    focusPolicy: Qt.StrongFocus
-    hoverEnabled: false
     onWidthChanged: editor.viewSize = Qt.size(width, height)
     onHeightChanged: editor.viewSize = Qt.size(width, height)
     Accessible.role: Accessible.Graphic

@@ -14,10 +14,13 @@ Item {
     readonly property int sidePadding: 10
     readonly property int padding: 7
     readonly property int spacing: 8
+    readonly property int buttonWidth: 24
+    readonly property int leastInstruction: 120
     // With room for "Fit", so that zooming doesn't move the rows.
-    readonly property real toolsWidth: tools.width + (fitButton.visible ? 0 : fitButton.width + spacing)
-    readonly property bool isOneRow: width >= 2 * sidePadding + symbol.width + spacing + 120 + 2 * spacing + 6 + toolsWidth + spacing + 1 + spacing + pills.width
+    readonly property real toolsWidth: 3 * (buttonWidth + spacing) + zoomReadout.width + (hasPages ? 2 * (buttonWidth + spacing) + pageReadout.width + 2 * spacing + 1 : 0)
+    readonly property bool isOneRow: width >= 2 * sidePadding + symbol.width + leastInstruction + toolsWidth + pills.width + 5 * spacing + 6 + 1
     readonly property real rowHeight: isOneRow ? pills.height : 22
+    readonly property bool hasPages: editor.pageCount > 1
 
     implicitHeight: padding + rowHeight + padding + (isOneRow ? 0 : pills.height + padding)
 
@@ -85,6 +88,8 @@ Item {
         }
 
         DigitsText {
+            id: zoomReadout
+
             anchors.verticalCenter: parent.verticalCenter
             width: 38
             horizontalAlignment: Text.AlignHCenter
@@ -100,8 +105,6 @@ Item {
         }
 
         EditorIconButton {
-            id: fitButton
-
             objectName: "fit"
             visible: bar.editor.isZoomedIn
             symbol: "fit"
@@ -110,13 +113,13 @@ Item {
         }
 
         EditorDivider {
-            visible: bar.editor.pageCount > 1
+            visible: bar.hasPages
             anchors.verticalCenter: parent.verticalCenter
         }
 
         EditorIconButton {
             objectName: "previousPage"
-            visible: bar.editor.pageCount > 1
+            visible: bar.hasPages
             enabled: bar.editor.pageIndex > 0
             symbol: "chevron-left"
             hint: qsTr("Previous page")
@@ -124,7 +127,9 @@ Item {
         }
 
         DigitsText {
-            visible: bar.editor.pageCount > 1
+            id: pageReadout
+
+            visible: bar.hasPages
             anchors.verticalCenter: parent.verticalCenter
             text: bar.editor.pageReadout
             font.pixelSize: 11
@@ -132,7 +137,7 @@ Item {
 
         EditorIconButton {
             objectName: "nextPage"
-            visible: bar.editor.pageCount > 1
+            visible: bar.hasPages
             enabled: bar.editor.pageIndex < bar.editor.pageCount - 1
             symbol: "chevron-right"
             hint: qsTr("Next page")

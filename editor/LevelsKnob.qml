@@ -1,10 +1,9 @@
 import QtQuick
-import QtQuick.Templates as T
 import Velmor.Controls
 
 // One end of the levels: a round knob, for the pointer part of the slider that it stands on, for
 // the keyboard and for screen readers a slider of its own.
-T.Control {
+FocusItem {
     id: knob
 
     required property string name
@@ -23,8 +22,6 @@ T.Control {
 
     width: 18
     height: 18
-    focusPolicy: Qt.TabFocus
-    hoverEnabled: false
     Accessible.role: Accessible.Slider
     Accessible.name: name
     Accessible.description: valueText

@@ -2,9 +2,6 @@
 
 #include <QPainter>
 
-#include <algorithm>
-#include <cmath>
-
 namespace velmor {
 
 namespace {
@@ -20,25 +17,22 @@ QImage blocks(const Loupe &loupe, const QImage &page, qreal ratio)
     QImage lens(side, side, QImage::Format_RGB32);
     lens.fill(Qt::white);
     QPainter painter(&lens);
-    const auto edge = [ratio](qreal cell) {
+    const auto edge = [ratio](int cell) {
         return qRound(cell * Loupe::cellSize * ratio);
     };
-    const QPoint first(static_cast<int>(std::floor(loupe.source.left())),
-                       static_cast<int>(std::floor(loupe.source.top())));
-    const QPoint last(static_cast<int>(std::ceil(loupe.source.right())),
-                      static_cast<int>(std::ceil(loupe.source.bottom())));
-    const auto block = [&](int x, int y) {
-        const QPointF cell = QPointF(x, y) - loupe.source.topLeft();
+    const auto block = [&](QPoint pixel) {
+        const QPoint cell = pixel - loupe.source.topLeft();
         return QRect(QPoint(edge(cell.x()), edge(cell.y())),
                      QPoint(edge(cell.x() + 1) - 1, edge(cell.y() + 1) - 1));
     };
-    for (int y = std::max(first.y(), 0); y < std::min(last.y(), page.height()); ++y) {
-        for (int x = std::max(first.x(), 0); x < std::min(last.x(), page.width()); ++x)
-            painter.fillRect(block(x, y), page.pixelColor(x, y));
+    const QRect shown = loupe.source & page.rect();
+    for (int y = shown.top(); y <= shown.bottom(); ++y) {
+        for (int x = shown.left(); x <= shown.right(); ++x)
+            painter.fillRect(block({x, y}), page.pixelColor(x, y));
     }
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(Qt::red, squareLine * ratio, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
-    painter.drawRect(QRectF(block(loupe.pixel.x(), loupe.pixel.y())));
+    painter.drawRect(QRectF(block(loupe.pixel)));
     return lens;
 }
 

@@ -20,6 +20,12 @@ GROUND = "#E4E1EE"
 CARD = (SCREEN[0] // 2 - 190, 100)
 CARD_WIDTH = 380
 DRAWER = (CARD[0] + CARD_WIDTH + 10, CARD[1], 900, 580)
+COLUMN = (DRAWER[0] + 365, DRAWER[1], DRAWER[0] + DRAWER[2], DRAWER[1] + DRAWER[3])
+# In the grid of the drawer, from its top left corner.
+RECEIPT, LETTER = (95, 348), (268, 130)
+# In the editor, from the column's top left corner: the receipt's corners, and a line of the letter.
+RECEIPT_CORNERS = ((180, 137), (357, 137), (364, 525), (179, 525))
+LINE = (216, 212)
 FRAME = 36  # around the windows; most of their shadow is in it
 ACCENT = (0x7A, 0x5A, 0xF8)
 BUTTON = (190, 237)  # the middle of the round button, from the card's top left corner
@@ -86,16 +92,24 @@ class Session:
         box = (CARD[0] - FRAME, CARD[1] - FRAME, right + FRAME, CARD[1] + height + FRAME)
         return self.screen.picture([SCALE * edge for edge in box])
 
-    def look_at_rest(self, *what):
-        """The same, once nothing moves any more."""
-        last = None
+    def look_at_column(self):
+        """The drawer beside the grid."""
+        return self.screen.picture([SCALE * edge for edge in COLUMN])
 
-        def rest():
-            nonlocal last
-            before, last = last, self.look(*what)
-            return before is not None and before.tobytes() == last.tobytes()
-        wait_until(rest, step=0.5)
-        return last
+    def look_at_rest(self, *what):
+        """The same as `look`, once nothing moves any more."""
+        return at_rest(lambda: self.look(*what))
+
+    def edit(self, scan, key):
+        """Opens the editor on a scan of the grid, and waits for its page."""
+        self.screen.act("mousemove", *(SCALE * (DRAWER[i] + scan[i]) for i in (0, 1)), "click", 1)
+        self.act_in_column("mousemove", (100, 300))
+        at_rest(self.look_at_column)
+        self.screen.act("key", key)
+        at_rest(self.look_at_column)
+
+    def act_in_column(self, action, place, *then):
+        self.screen.act(action, *(SCALE * (COLUMN[i] + place[i]) for i in (0, 1)), *then)
 
     def card_height(self):
         """Down to where the pixels below the card's left half are the window's no more."""
@@ -105,6 +119,18 @@ class Session:
         while y > CARD[1] and not _unlike(self.screen.pixel(middle * SCALE, y * SCALE), ground):
             y -= 1
         return y + 1 - CARD[1]
+
+
+def at_rest(look):
+    """What is seen once it is the same twice."""
+    last = None
+
+    def rest():
+        nonlocal last
+        before, last = last, look()
+        return before is not None and before.tobytes() == last.tobytes()
+    wait_until(rest, step=0.5)
+    return last
 
 
 def _unlike(color, ground):
@@ -156,6 +182,18 @@ def pictures(session):
     wait_until(done)
     time.sleep(5)
     yield "drawer", session.look_at_rest(max(height, DRAWER[3]), DRAWER[0] + DRAWER[2])
+
+    session.edit(RECEIPT, "c")
+    for corner in RECEIPT_CORNERS:
+        session.act_in_column("mousemove", corner, "click", 1)
+        time.sleep(0.2)
+    session.act_in_column("mousemove", (40, 470))
+    yield "crop", at_rest(session.look_at_column)
+    session.screen.act("key", "Escape")
+
+    session.edit(LETTER, "w")
+    session.act_in_column("mousemove", LINE)
+    yield "magic", at_rest(session.look_at_column)
     session.close()
 
 

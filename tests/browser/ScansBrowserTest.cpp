@@ -204,6 +204,8 @@ TEST_F(ScansBrowserTest, TheEditorTakesThePlaceOfThePreviewUntilItIsDone)
     EXPECT_EQ(browser.editorURL(), a);
     EXPECT_EQ(browser.editorMode(), EditorMode::magic);
     EXPECT_EQ(browser.editorViewport(), EditorViewport()) << "without a preview";
+    EXPECT_EQ(browser.editRequest(), (EditRequest{a, EditorMode::magic, {}}));
+    EXPECT_EQ(browser.editorIdentity(), a.path() + QStringLiteral("#magic"));
     EXPECT_THAT(browser.selection(), ElementsAre(a));
     EXPECT_EQ(browser.hovered(), std::nullopt);
     // Neither pointer nor keys reach what lies beneath.
@@ -214,8 +216,10 @@ TEST_F(ScansBrowserTest, TheEditorTakesThePlaceOfThePreviewUntilItIsDone)
     EXPECT_EQ(model->results().size(), 2);
     browser.finishEditing(false);
     EXPECT_FALSE(browser.isEditing());
+    EXPECT_EQ(browser.editorIdentity(), QString());
     EXPECT_EQ(browser.rev(a), 0);
     browser.startCrop();
+    EXPECT_EQ(browser.editorIdentity(), a.path() + QStringLiteral("#crop"));
     browser.finishEditing(true);
     EXPECT_EQ(browser.rev(a), 1);
     EXPECT_EQ(note(), QStringLiteral("none"));

@@ -12,6 +12,7 @@
 namespace velmor {
 
 inline constexpr QColor accent(0x7A, 0x5A, 0xF8);
+inline constexpr QColor ground(0xF1, 0xEF, 0xF7);
 inline constexpr QColor closeLight(0xFF, 0x5F, 0x57);
 
 /// The program as a user sees it: in a window, on a screen of its own, with settings and a home
@@ -49,6 +50,16 @@ protected:
         program.setProcessEnvironment(environment);
         program.start(QStringLiteral(VELMOR_PROGRAM), arguments);
         ASSERT_TRUE(program.waitForStarted());
+    }
+
+    /// A scan of the sheet without text, as the command makes it.
+    void makeScan()
+    {
+        QProcess command;
+        command.setProcessEnvironment(environment);
+        command.start(QStringLiteral(VELMOR_PROGRAM),
+                      {QStringLiteral("scan"), QStringLiteral("--no-ocr")});
+        EXPECT_TRUE(command.waitForFinished(60'000) && command.exitCode() == 0);
     }
 
     /// Until the card is on the screen with a scanner found, which colours the round button.
@@ -100,6 +111,18 @@ protected:
             .entryList({pattern}, QDir::Files);
     }
 
+    /// Tells whether a file of the output folder has changed.
+    QByteArray contentOf(const QString &pattern) const
+    {
+        QByteArray all;
+        for (const QString &name : files(pattern)) {
+            QFile file(folder.filePath(QStringLiteral("Documents/Scans/") + name));
+            if (file.open(QIODevice::ReadOnly))
+                all += file.readAll();
+        }
+        return all;
+    }
+
     /// The engine's process number, or nothing.
     std::optional<pid_t> engineProcess() const
     {
@@ -123,6 +146,7 @@ protected:
 
     static constexpr QSize screenSize{2200, 1000};
     static constexpr QPoint cardTopLeft{screenSize.width() / 2 - 190, 100};
+    static constexpr QPoint myScans{331, 320}; ///< The button, from there.
     QTemporaryDir folder;
     VirtualScreen screen{screenSize};
     QProcessEnvironment environment;

@@ -26,6 +26,34 @@ TEST_F(VelmorWindowTest, TheRoundButtonMakesAPdfAndTheDrawerShowsIt)
     EXPECT_TRUE(waitUntil([&] { return drawerIsAt(drawer); }));
 }
 
+TEST_F(VelmorWindowTest, APageIsCroppedInTheDrawer)
+{
+    makeScan();
+    ASSERT_NO_FATAL_FAILURE(startAndWaitForScanner());
+    screen.click(cardTopLeft + myScans);
+    const QPoint drawer = cardTopLeft + QPoint(380 + 10, 0);
+    ASSERT_TRUE(waitUntil([&] { return drawerIsAt(drawer); }));
+    const QPoint column = drawer + QPoint(365, 0);
+    const auto isLight = [&](QPoint place, QColor color) {
+        return screen.pixel(column + place) == color;
+    };
+    // Of the preview and its ground, with the tools above; then of the editor.
+    ASSERT_TRUE(waitUntil([&] { return isLight({60, 300}, Qt::white); }));
+    screen.press(QStringLiteral("c"));
+    ASSERT_TRUE(
+        waitUntil([&] { return isLight({60, 300}, ground) && isLight({120, 110}, Qt::white); }));
+    const QByteArray before = contentOf(QStringLiteral("*.pdf"));
+    for (const QPoint corner : {
+             QPoint(160, 160), {400, 170},
+               {390, 500},
+               {150, 480}
+    })
+        screen.click(column + corner);
+    screen.press(QStringLiteral("Return"));
+    EXPECT_TRUE(waitUntil([&] { return contentOf(QStringLiteral("*.pdf")) != before; }, 60'000));
+    EXPECT_TRUE(waitUntil([&] { return isLight({60, 300}, Qt::white); }));
+}
+
 TEST_F(VelmorWindowTest, TheCloseLightEndsTheApplicationAndItsEngine)
 {
     ASSERT_NO_FATAL_FAILURE(startAndWaitForScanner());

@@ -1,0 +1,130 @@
+#include "tests/editor_ui/EditorWindow.h"
+
+namespace velmor {
+namespace {
+
+constexpr QColor accent(0x7A, 0x5A, 0xF8);
+
+MATCHER_P(IsNearly, color, "")
+{
+    return std::abs(arg.red() - color.red()) <= 1 && std::abs(arg.green() - color.green()) <= 1 &&
+           std::abs(arg.blue() - color.blue()) <= 1;
+}
+
+/// What is drawn, in pixels of the window. Runs at several scales.
+class EditorPictures : public EditorWindow {
+protected:
+    void look() { m_picture = window->grabWindow(); }
+    double ratio() const { return window->effectiveDevicePixelRatio(); }
+
+    QColor colorAt(QPointF place) const
+    {
+        return m_picture.pixelColor((place * ratio() - QPointF(0.5, 0.5)).toPoint());
+    }
+
+    /// What all red pixels lie in.
+    QRect redPixels() const
+    {
+        QRect found;
+        for (int y = 0; y < m_picture.height(); ++y) {
+            for (int x = 0; x < m_picture.width(); ++x) {
+                if (m_picture.pixel(x, y) == qRgb(255, 0, 0))
+                    found |= QRect(x, y, 1, 1);
+            }
+        }
+        return found;
+    }
+
+    QImage m_picture;
+};
+
+TEST_F(EditorPictures, TheRedSquareIsAroundThePixelThatAClickMeasures)
+{
+    open(EditorMode::magic);
+    const QPointF places[] = {
+        {0.5,   0.5  },
+        {0.377, 0.613},
+        {0.026, 0.5  },
+        {0.974, 0.4  },
+        {0.41,  0.982}
+    };
+    for (const QPointF &place : places) {
+        SCOPED_TRACE(testing::Message() << place.x() << ' ' << place.y());
+        const QPoint at = onPage(place.x(), place.y());
+        QTest::mouseMove(window.get(), at);
+        look();
+        const QRect square = redPixels();
+        const double side = (6 + 1.5) * ratio();
+        EXPECT_NEAR(square.width(), side, 1.6);
+        EXPECT_NEAR(square.height(), side, 1.6);
+        const QPointF n = norm(area->mapFromScene(at), editor->imageRect());
+        const QPoint measured = samplePixel(n, 200, 250);
+        EXPECT_EQ(m_picture.pixelColor(square.center()), editor->baseImage().pixelColor(measured));
+        // And no part of its neighbours is within.
+        const int inside = qFloor((6 - 1.5) * ratio() / 2) - 1;
+        for (const QPoint corner : {QPoint(-inside, -inside), QPoint(inside, inside)}) {
+            EXPECT_EQ(m_picture.pixelColor(square.center() + corner),
+                      editor->baseImage().pixelColor(measured));
+        }
+    }
+    // The lens is full to its rim.
+    const QPoint at = onPage(0.5, 0.5);
+    QTest::mouseMove(window.get(), at);
+    look();
+    const QPoint measured =
+        samplePixel(norm(area->mapFromScene(at), editor->imageRect()), 200, 250);
+    for (const QPoint way : {QPoint(10, 0), QPoint(-10, 0), QPoint(0, 10), QPoint(0, -10)}) {
+        EXPECT_EQ(m_picture.pixelColor(redPixels().center() + way * 6 * ratio()),
+                  editor->baseImage().pixelColor(measured + way));
+    }
+    QTest::mouseMove(window.get(), {5, 5});
+    look();
+    EXPECT_TRUE(redPixels().isEmpty());
+}
+
+TEST_F(EditorPictures, ThePageStandsOnItsGroundAndShowsTheLevelsAtOnce)
+{
+    QImage grey(200, 250, QImage::Format_RGB32);
+    grey.fill(qRgb(128, 128, 128));
+    open(EditorMode::magic, {grey});
+    look();
+    EXPECT_EQ(colorAt(onPage(-0.1, 0.5)), QColor(0xF1, 0xEF, 0xF7));
+    EXPECT_EQ(colorAt(onPage(0.5, 0.5)), QColor(128, 128, 128));
+    const QPointF left = area->mapToScene(editor->imageRect().topLeft());
+    EXPECT_EQ(colorAt(left + QPointF(1.5, 50)), QColor(128, 128, 128));
+    EXPECT_EQ(colorAt(left + QPointF(-1.5, 50)), QColor(0xF1, 0xEF, 0xF7));
+    editor->setWhiteLum(0.5);
+    look();
+    EXPECT_EQ(colorAt(onPage(0.5, 0.5)), QColor(Qt::white));
+}
+
+TEST_F(EditorPictures, BoxesAndKnobsAreDrawnAsTheyAre)
+{
+    QImage white(200, 250, QImage::Format_RGB32);
+    white.fill(Qt::white);
+    open(EditorMode::crop, {white});
+    clickBox();
+    look();
+    const auto corner = [this](size_t index) {
+        return area->mapToScene(denorm(editor->boxes()[0].corners.at(index), editor->imageRect()));
+    };
+    const QPointF first = corner(0);
+    EXPECT_THAT(colorAt((first + corner(1)) / 2), IsNearly(accent));
+    EXPECT_EQ(colorAt(first), QColor(Qt::white));
+    EXPECT_THAT(colorAt(first + QPointF(0, -5)), IsNearly(accent));
+    EXPECT_EQ(colorAt(first + QPointF(0, -8)), QColor(Qt::white));
+    EXPECT_THAT(colorAt(onPage(0.5, 0.5)), IsNearly(QColor(0xF4, 0xF2, 0xFE)));
+    // The one in hand is larger.
+    QTest::mousePress(window.get(), Qt::LeftButton, {}, first.toPoint());
+    look();
+    EXPECT_EQ(colorAt(corner(0) + QPointF(0, -5)), QColor(Qt::white));
+    EXPECT_THAT(colorAt(corner(0) + QPointF(0, -7)), IsNearly(accent));
+
+    open(EditorMode::magic, {white});
+    look();
+    EXPECT_EQ(colorAt(middleOf(item("blackKnob"))), QColor(Qt::black));
+    EXPECT_EQ(colorAt(middleOf(item("whiteKnob"))), QColor(Qt::white));
+}
+
+} // namespace
+} // namespace velmor
