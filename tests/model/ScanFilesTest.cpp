@@ -197,6 +197,72 @@ TEST_F(ScanFilesTest, SplittingAndMergingGivesTheSamePagesBack)
     EXPECT_EQ(alone, original);
 }
 
+TEST_F(ScanFilesTest, ARenamedScanKeepsItsRawPagesItsUndoAndItsPlace)
+{
+    const QUrl file = scan(QStringLiteral("old.name.pdf"), {100, 200});
+    ASSERT_TRUE(model->writeWithBackup(documentOf({300, 400}), file));
+    scan(QStringLiteral("newer.pdf"), {500});
+    // Left behind by a scan that another program deleted.
+    const QUrl former = scan(QStringLiteral("a new, ü #1.pdf"), {700, 800, 900});
+    QFile::remove(former.toLocalFile());
+
+    const ScanFiles::Renaming renaming =
+        ScanFiles::rename(*model, file, QStringLiteral(" a new, ü #1.PDF "));
+    EXPECT_EQ(renaming.problem, QString());
+    EXPECT_EQ(renaming.file, former);
+    EXPECT_THAT(scans(),
+                ElementsAre(QStringLiteral("a new, ü #1.pdf"), QStringLiteral("newer.pdf")));
+    EXPECT_EQ(RawStore::pageCount(former), 2);
+    EXPECT_EQ(RawStore::pageCount(file), 0);
+    model->loadResults();
+    EXPECT_EQ(model->results().last().url, former) << "by its date";
+    EXPECT_TRUE(model->undoEdit(former));
+    EXPECT_THAT(heightsIn(former), ElementsAre(100, 200));
+    EXPECT_FALSE(model->undoEdit(file));
+}
+
+TEST_F(ScanFilesTest, ANameThatCannotBeIsRefused)
+{
+    const QUrl file = scan(QStringLiteral("a.pdf"), {100});
+    scan(QStringLiteral("b.pdf"), {200});
+    scan(QStringLiteral("c.PDF"), {300});
+    const QStringList before = scans();
+    const struct {
+        QString name;
+        const char *problem;
+    } cases[] = {
+        {QStringLiteral("  .pdf"), "A scan needs a name"},
+        {QStringLiteral("x/y"), "A name can't contain “/”"},
+        {QStringLiteral("..hidden"), "A name can't begin with a dot"},
+        {QString(126, u'ü'), "This name is too long"},
+        {QStringLiteral("b"), "There is a scan of this name already"},
+        {QStringLiteral("c"), "There is a scan of this name already"},
+        {QStringLiteral("a.pdf"), ""},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(qPrintable(c.name));
+        const ScanFiles::Renaming renaming = ScanFiles::rename(*model, file, c.name);
+        EXPECT_EQ(renaming.problem, QString::fromUtf8(c.problem));
+        EXPECT_EQ(renaming.file, file);
+        EXPECT_EQ(scans(), before);
+        EXPECT_EQ(RawStore::pageCount(file), 1);
+    }
+    const QUrl gone = QUrl::fromLocalFile(QDir(scansPath()).filePath(QStringLiteral("gone.pdf")));
+    EXPECT_EQ(ScanFiles::rename(*model, gone, QStringLiteral("d")).problem,
+              QStringLiteral("This scan isn't there any more"));
+}
+
+TEST_F(ScanFilesTest, AScanWhoseRawPagesCannotFollowKeepsItsName)
+{
+    const QUrl file = scan(QStringLiteral("a.pdf"), {100});
+    writeFile(QDir(scansPath()).filePath(QStringLiteral(".velmor_raw/b")), "in the way");
+    const ScanFiles::Renaming renaming = ScanFiles::rename(*model, file, QStringLiteral("b"));
+    EXPECT_EQ(renaming.problem, QStringLiteral("Couldn't rename — folder isn't writable"));
+    EXPECT_EQ(renaming.file, file);
+    EXPECT_THAT(scans(), ElementsAre(QStringLiteral("a.pdf")));
+    EXPECT_EQ(RawStore::pageCount(file), 1);
+}
+
 TEST_F(ScanFilesTest, WhatCannotBeWrittenIsToldAndTheRestIsDone)
 {
     const QUrl large = scan(QStringLiteral("large.pdf"), {100, 200, 300});
