@@ -44,6 +44,9 @@ struct Renaming {
 /// another scan, and not by half: where the raw pages can't follow, the file goes back.
 Renaming rename(AppModel &model, const QUrl &file, const QString &name);
 
+/// The message when files couldn't be written.
+[[nodiscard]] QString notWritable();
+
 /// Where a new file of this kind goes: a name with the local time in the output folder.
 [[nodiscard]] QUrl newURL(const AppModel &model, const QString &stem);
 
