@@ -4,7 +4,6 @@
 #include "pipeline/RawStore.h"
 #include "pipeline/VisionOCR.h"
 
-#include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -57,16 +56,15 @@ void ScansBrowser::followFolder()
 
 void ScansBrowser::noticeChanges()
 {
-    QHash<QUrl, Stamp> stamps;
+    // What vanished keeps its stamp: another file may come under its name.
     QList<QUrl> changed;
     for (const ScanResult &result : m_model->results()) {
         const Stamp stamp = stampOf(result.url);
         const auto former = m_stamps.constFind(result.url);
         if (former != m_stamps.cend() && *former != stamp)
             changed.append(result.url);
-        stamps.insert(result.url, stamp);
+        m_stamps.insert(result.url, stamp);
     }
-    m_stamps = stamps;
     Q_EMIT resultsChanged();
     raise(changed);
 }
@@ -81,6 +79,15 @@ QUrl ScansBrowser::urlAt(int place) const
 {
     const bool isThere = m_model && place >= 0 && place < m_model->results().size();
     return isThere ? m_model->results().at(place).url : QUrl();
+}
+
+int ScansBrowser::placeOf(const QUrl &url) const
+{
+    if (!m_model)
+        return -1;
+    const QList<ScanResult> &results = m_model->results();
+    const auto found = std::ranges::find(results, url, &ScanResult::url);
+    return found != results.cend() ? static_cast<int>(found - results.cbegin()) : -1;
 }
 
 void ScansBrowser::setThumbSize(qreal size)
@@ -154,10 +161,22 @@ void ScansBrowser::leave(const QUrl &url)
         setHovered(std::nullopt);
 }
 
-void ScansBrowser::open(const QUrl &url) const
+QList<QUrl> ScansBrowser::filesAt(const QUrl &url) const
 {
-    if (!url.isEmpty())
-        QDesktopServices::openUrl(url);
+    return m_selection.contains(url) ? m_selection : QList<QUrl>{url};
+}
+
+bool ScansBrowser::aimAt(const QUrl &url)
+{
+    if (m_editorMode || url.isEmpty())
+        return false;
+    setSelection(filesAt(url));
+    return true;
+}
+
+QString ScansBrowser::nameOf(const QUrl &url) const
+{
+    return fileStem(url);
 }
 
 void ScansBrowser::rotate()
@@ -217,6 +236,30 @@ void ScansBrowser::undoEdit()
     bump(isRestored ? tr("Undid last edit") : tr("Nothing to undo"));
 }
 
+QString ScansBrowser::rename(const QUrl &url, const QString &name)
+{
+    if (!m_model || m_editorMode)
+        return {};
+    const ScanFiles::Renaming renaming = ScanFiles::rename(*m_model, url, name);
+    if (renaming.file == url)
+        return renaming.problem;
+    QList<QUrl> selection = m_selection;
+    std::ranges::replace(selection, url, renaming.file);
+    setSelection(selection);
+    if (m_hovered == url)
+        setHovered(renaming.file);
+    raise({renaming.file});
+    bump(tr("Renamed"));
+    return {};
+}
+
+void ScansBrowser::showNew(const QList<QUrl> &files, const QString &message)
+{
+    if (!files.isEmpty() && !m_editorMode)
+        showOnly(files);
+    bump(message);
+}
+
 void ScansBrowser::applyMagicPreset()
 {
     if (!hasMagicPreset())
@@ -238,7 +281,9 @@ QCoro::Task<> ScansBrowser::repeatMagic(MagicSettings levels, QList<QUrl> files)
     const QPointer<AppModel> model = m_model;
     const std::function<bool(const PdfDocument &, const QUrl &)> write =
         [model](const PdfDocument &document, const QUrl &url) {
-            return model && model->writeWithBackup(document, url);
+            // A scan that was deleted meanwhile doesn't come back.
+            return model && QFileInfo::exists(url.toLocalFile()) &&
+                   model->writeWithBackup(document, url);
         };
     const bool ocr = m_model->settings().ocr;
     const bool isDone = co_await VisionOCR::applyMagic(levels, files, magicDpi, ocr, write);

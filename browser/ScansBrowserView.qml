@@ -20,7 +20,7 @@ Item {
     property Component editor: null
 
     KeyCommands {
-        isEnabled: !view.browser.isEditing
+        isEnabled: !view.browser.isEditing && !grid.hasPopup
         onKey: name => {
             if (view.editor || (name !== "c" && name !== "w"))
                 view.browser.handleKey(name);
@@ -48,6 +48,8 @@ Item {
         }
 
         ScansGrid {
+            id: grid
+
             T.SplitView.minimumWidth: 260
             T.SplitView.preferredWidth: 364
             T.SplitView.maximumWidth: view.width - 361
@@ -139,5 +141,11 @@ Item {
                 sourceComponent: view.editor
             }
         }
+    }
+
+    ImportTarget {
+        anchors.fill: parent
+        enabled: !view.browser.isEditing && !grid.isDragging
+        browser: view.browser
     }
 }

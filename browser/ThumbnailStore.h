@@ -38,6 +38,8 @@ public:
     /// Draws one. If it is dropped before its turn, there is none, and no time goes into it.
     [[nodiscard]] QFuture<std::optional<Thumbnail>> draw(const QUrl &url, double width,
                                                          const Dropped &dropped);
+    /// How many drawings were asked for.
+    [[nodiscard]] int asked() const { return m_asked; }
 
 private:
     QCache<QString, Thumbnail> m_kept;
