@@ -15,8 +15,9 @@
 
 namespace velmor {
 
-/// Makes the thumbnails of one screen in the background, the latest asked for first, and keeps as
-/// many as fit into its memory, so that what comes into view again is there at once. Main thread.
+/// Makes the thumbnails of one screen in the background, from the top as they are asked for, and
+/// keeps as many as fit into its memory, so that what comes into view again is there at once. Main
+/// thread.
 class ThumbnailStore : public QObject {
     Q_OBJECT
     QML_ELEMENT
