@@ -114,7 +114,7 @@ Item {
                     visible: view.browser.note !== ""
                     width: Math.min(noteText.implicitWidth + 16, parent.width - 28)
                     height: noteText.height + 16
-                    radius: height / 2
+                    radius: Math.min(height / 2, 16)
                     color: Qt.alpha(Theme.track, 0.92)
                     lineWidth: 1
                     lineColor: Qt.rgba(0, 0, 0, 0.08)
@@ -125,6 +125,9 @@ Item {
                         anchors.centerIn: parent
                         width: Math.min(implicitWidth, parent.width - 16)
                         text: view.browser.note
+                        wrapMode: Text.Wrap
+                        maximumLineCount: 3
+                        horizontalAlignment: Text.AlignHCenter
                         elide: Text.ElideRight
                         font.family: Theme.fontFamily
                         font.pixelSize: 12
