@@ -39,8 +39,11 @@ DropArea {
         lineColor: Theme.accent
     }
 
+    // Clear of the picture under the pointer, mostly.
     RoundedBox {
-        anchors.centerIn: parent
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: 24
         visible: target.containsDrag
         width: invitation.width + 28
         height: invitation.height + 16

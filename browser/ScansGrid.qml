@@ -29,7 +29,13 @@ Item {
 
     function go(steps: int) {
         pointAt(Math.max(0, Math.min(browser.count - 1, current + steps)));
-        list.positionViewAtIndex(Math.floor(current / columns), ListView.Contain);
+        const row = Math.floor(current / columns);
+        if (row === 0)
+            list.positionViewAtBeginning();
+        else if (row === list.count - 1)
+            list.positionViewAtEnd();
+        else
+            list.positionViewAtIndex(row, ListView.Contain);
         isRingShown = true;
     }
 
