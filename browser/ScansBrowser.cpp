@@ -4,6 +4,7 @@
 #include "pipeline/RawStore.h"
 #include "pipeline/VisionOCR.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -218,7 +219,12 @@ void ScansBrowser::deleteSelected()
     if (!m_model)
         return;
     for (const QUrl &file : targets()) {
-        QFile::remove(file.toLocalFile());
+        // A folder can have a name that lists it.
+        const QFileInfo entry(file.toLocalFile());
+        if (entry.isDir() && !entry.isSymLink())
+            QDir(entry.filePath()).removeRecursively();
+        else
+            QFile::remove(entry.filePath());
         RawStore::remove(file);
     }
     setSelection({});
