@@ -211,7 +211,7 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
     <message>
         <source>Merge</source>
-        <translation>Zusammenfügen</translation>
+        <translation>Verbinden</translation>
     </message>
     <message>
         <source>Split</source>
@@ -727,13 +727,13 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message numerus="yes">
         <source>Merged %n scans</source>
         <translation>
-            <numerusform>%n Scan zusammengefügt</numerusform>
-            <numerusform>%n Scans zusammengefügt</numerusform>
+            <numerusform>%n Scan verbunden</numerusform>
+            <numerusform>%n Scans verbunden</numerusform>
         </translation>
     </message>
     <message>
         <source>Select 2+ scans to merge</source>
-        <translation>Zum Zusammenfügen mindestens 2 Scans auswählen</translation>
+        <translation>Zum Verbinden mindestens 2 Scans auswählen</translation>
     </message>
     <message>
         <source>Split into pages</source>
