@@ -49,10 +49,11 @@ protected:
 
         m_engine.addImportPath(QStringLiteral(":/qt/qml"));
         QQmlComponent component(&m_engine);
-        component.setData("import QtQuick\nimport Velmor.Browser\n"
-                          "FocusScope { required property ScansBrowser browser; focus: true;"
-                          " ScansBrowserView { anchors.fill: parent; browser: parent.browser } }",
-                          {});
+        component.setData(
+            "import QtQuick\nimport Velmor.Browser\n"
+            "FocusScope { required property ScansBrowser browser; focus: true;"
+            " ScansBrowserView { anchors.fill: parent; browser: parent.browser; editor: null } }",
+            {});
         m_screen.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties({
             {QStringLiteral("browser"), QVariant::fromValue(&browser)}
         })));
