@@ -8,8 +8,9 @@ import Velmor.Browser
 
 // The saved scans in columns that fill the width, newest first, over a slider for their size.
 //
-// Arrow keys, Page Up and Down, Home and End go from scan to scan, Space marks one like a click, Return opens it, the menu key
-// shows what else can be done with it, F2 renames it, Ctrl+C copies it.
+// Arrow keys, Page Up and Down, Home and End go from scan to scan, Space marks one like a click,
+// Return opens it, the menu key shows what else can be done with it, F2 renames it, Ctrl+C copies
+// it.
 Item {
     id: grid
 
@@ -57,7 +58,10 @@ Item {
         isRingShown = false;
     }
 
+    // Brings the current scan into view.
     function currentCell(): ScanCell {
+        go(0);
+        list.forceLayout();
         const row = list.itemAtIndex(Math.floor(current / columns)) as ScanRow;
         return row?.cellAt(current % columns) ?? null;
     }
