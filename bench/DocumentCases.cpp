@@ -1,10 +1,13 @@
 // Work on PDF pages and whole documents. Wall time: rendering happens on a thread of its own.
 
 #include "bench/SamplePage.h"
+#include "model/AppModel.h"
 #include "pipeline/PageRaster.h"
 #include "preview/PictureRequest.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -73,6 +76,19 @@ bool turnScan(const ScanFolder &folder)
            target.commit();
 }
 
+/// Joins the scan with itself, as merging does, and writes a new file.
+bool mergeScan(const ScanFolder &folder)
+{
+    PdfDocument merged;
+    for (int copy = 0; copy < 2; ++copy) {
+        const auto document = PdfDocument::open(QUrl::fromLocalFile(folder.scan()));
+        if (!document || merged.appendPages(*document, 0, document->pageCount()) == 0)
+            return false;
+    }
+    QSaveFile target(folder.copy());
+    return target.open(QIODevice::WriteOnly) && merged.write(target) && target.commit();
+}
+
 /// Times `work`, which answers whether it could be done, on a scan of as many pages as the case
 /// says, made beforehand.
 void workOnScan(benchmark::State &state, bool (*work)(const ScanFolder &))
@@ -96,6 +112,30 @@ void copyPages(benchmark::State &state)
 void rotatePages(benchmark::State &state)
 {
     workOnScan(state, turnScan);
+}
+
+/// Opens two scans and writes a file with the pages of both.
+void mergePages(benchmark::State &state)
+{
+    workOnScan(state, mergeScan);
+}
+
+/// Lists a folder of so many scans, which are one under many names.
+void listScans(benchmark::State &state)
+{
+    const ScanFolder folder(1);
+    const QDir names(QFileInfo(folder.scan()).path());
+    for (int64_t number = 1; number < state.range(0); ++number)
+        QFile::link(folder.scan(), names.filePath(QStringLiteral("%1.pdf").arg(number)));
+    AppModel model;
+    ScanSettings settings = model.settings();
+    settings.outputFolder = QUrl::fromLocalFile(names.path());
+    model.setSettings(settings);
+    for (auto _ : state) {
+        model.loadResults();
+        if (model.results().size() != state.range(0))
+            state.SkipWithError("the folder wasn't listed whole");
+    }
 }
 
 /// At the size that the browser asks for: 440 pixels across, which is 622 down.
@@ -154,4 +194,6 @@ BENCHMARK(makePage)->Unit(benchmark::kMillisecond);
 BENCHMARK(thumbnail)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(previewPage)->Arg(1)->Arg(4)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(copyPages)->Arg(1)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(listScans)->Arg(5000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(mergePages)->Arg(100)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(rotatePages)->Arg(1)->Arg(100)->Arg(1000)->Unit(benchmark::kMillisecond)->UseRealTime();

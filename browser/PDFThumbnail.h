@@ -37,6 +37,8 @@ public:
     [[nodiscard]] QString name() const;
     [[nodiscard]] bool isSelected() const { return m_selected; }
     [[nodiscard]] qreal ratio() const { return m_thumbnail.ratio; }
+    /// The first page, if it has been drawn.
+    [[nodiscard]] const QImage &picture() const { return m_thumbnail.image; }
     [[nodiscard]] bool hasImage() const { return !m_thumbnail.image.isNull(); }
 
 Q_SIGNALS:

@@ -11,9 +11,8 @@ Item {
     required property int place
     // Whether the keyboard acts on it.
     property bool isCurrent: false
+    readonly property alias thumbnail: thumbnail
     readonly property url scan: thumbnail.url
-
-    signal menuAsked
 
     width: browser.thumbSize
     height: Math.round(width * thumbnail.ratio)

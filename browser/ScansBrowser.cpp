@@ -1,26 +1,11 @@
 #include "browser/ScansBrowser.h"
 
-#include "model/ScanFiles.h"
-#include "pipeline/RawStore.h"
-#include "pipeline/VisionOCR.h"
-
-#include <QDesktopServices>
-#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
 namespace velmor {
-
-namespace {
-
-/// Resolution at which a page without a raw image is drawn.
-constexpr double magicDpi = 300;
-
-} // namespace
 
 ScansBrowser::ScansBrowser(QObject *parent) : QObject(parent)
 {
@@ -57,16 +42,15 @@ void ScansBrowser::followFolder()
 
 void ScansBrowser::noticeChanges()
 {
-    QHash<QUrl, Stamp> stamps;
+    // What vanished keeps its stamp: another file may come under its name.
     QList<QUrl> changed;
     for (const ScanResult &result : m_model->results()) {
         const Stamp stamp = stampOf(result.url);
         const auto former = m_stamps.constFind(result.url);
         if (former != m_stamps.cend() && *former != stamp)
             changed.append(result.url);
-        stamps.insert(result.url, stamp);
+        m_stamps.insert(result.url, stamp);
     }
-    m_stamps = stamps;
     Q_EMIT resultsChanged();
     raise(changed);
 }
@@ -81,6 +65,15 @@ QUrl ScansBrowser::urlAt(int place) const
 {
     const bool isThere = m_model && place >= 0 && place < m_model->results().size();
     return isThere ? m_model->results().at(place).url : QUrl();
+}
+
+int ScansBrowser::placeOf(const QUrl &url) const
+{
+    if (!m_model)
+        return -1;
+    const QList<ScanResult> &results = m_model->results();
+    const auto found = std::ranges::find(results, url, &ScanResult::url);
+    return found != results.cend() ? static_cast<int>(found - results.cbegin()) : -1;
 }
 
 void ScansBrowser::setThumbSize(qreal size)
@@ -154,103 +147,22 @@ void ScansBrowser::leave(const QUrl &url)
         setHovered(std::nullopt);
 }
 
-void ScansBrowser::open(const QUrl &url) const
+QList<QUrl> ScansBrowser::filesAt(const QUrl &url) const
 {
-    if (!url.isEmpty())
-        QDesktopServices::openUrl(url);
+    return m_selection.contains(url) ? m_selection : QList<QUrl>{url};
 }
 
-void ScansBrowser::rotate()
+bool ScansBrowser::aimAt(const QUrl &url)
 {
-    if (!m_model)
-        return;
-    const QList<QUrl> files = targets();
-    const ScanFiles::Outcome outcome = ScanFiles::rotate(*m_model, files);
-    raise(files);
-    bump(outcome.message);
+    if (m_editorMode || url.isEmpty())
+        return false;
+    setSelection(filesAt(url));
+    return true;
 }
 
-void ScansBrowser::merge()
+QString ScansBrowser::nameOf(const QUrl &url) const
 {
-    if (!m_model)
-        return;
-    if (m_selection.size() < 2) {
-        setNote(ScanFiles::tooFewToMerge());
-        return;
-    }
-    const ScanFiles::Outcome outcome = ScanFiles::merge(*m_model, m_selection);
-    if (outcome.isWritten)
-        showOnly(outcome.saved);
-    bump(outcome.message);
-}
-
-void ScansBrowser::split()
-{
-    if (!m_model)
-        return;
-    const ScanFiles::Outcome outcome = ScanFiles::split(*m_model, targets());
-    if (outcome.isWritten && !outcome.saved.isEmpty())
-        showOnly(outcome.saved);
-    bump(outcome.message);
-}
-
-void ScansBrowser::deleteSelected()
-{
-    if (!m_model)
-        return;
-    for (const QUrl &file : targets()) {
-        QFile::remove(file.toLocalFile());
-        RawStore::remove(file);
-    }
-    setSelection({});
-    bump(tr("Deleted"));
-}
-
-void ScansBrowser::undoEdit()
-{
-    if (!canUndo())
-        return;
-    const QUrl file = *previewURL();
-    const bool isRestored = m_model->undoEdit(file);
-    if (isRestored)
-        raise({file});
-    bump(isRestored ? tr("Undid last edit") : tr("Nothing to undo"));
-}
-
-void ScansBrowser::applyMagicPreset()
-{
-    if (!hasMagicPreset())
-        return;
-    const QList<QUrl> files = targets();
-    if (files.isEmpty()) {
-        setNote(tr("Select scans first"));
-        return;
-    }
-    const auto count = static_cast<int>(files.size());
-    setNote(count == 1 ? tr("Applying magic to 1 scan…")
-                       : tr("Applying magic to %n scans…", nullptr, count));
-    repeatMagic(*m_model->magicPreset(), files);
-}
-
-QCoro::Task<> ScansBrowser::repeatMagic(MagicSettings levels, QList<QUrl> files)
-{
-    const QPointer<ScansBrowser> self = this;
-    const QPointer<AppModel> model = m_model;
-    const std::function<bool(const PdfDocument &, const QUrl &)> write =
-        [model](const PdfDocument &document, const QUrl &url) {
-            return model && model->writeWithBackup(document, url);
-        };
-    const bool ocr = m_model->settings().ocr;
-    const bool isDone = co_await VisionOCR::applyMagic(levels, files, magicDpi, ocr, write);
-    if (!self)
-        co_return;
-    raise(files);
-    const auto count = static_cast<int>(files.size());
-    if (!isDone)
-        bump(tr("Some scans couldn't be written"));
-    else
-        bump(count == 1 ? tr("Magic applied to 1 scan")
-                        : tr("Magic applied to %n scans", nullptr, count));
+    return fileStem(url);
 }
 
 void ScansBrowser::startEditor(EditorMode mode)

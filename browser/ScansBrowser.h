@@ -30,6 +30,7 @@ class ScansBrowser : public QObject {
     QML_ELEMENT
     Q_PROPERTY(velmor::AppModel *model READ model WRITE setModel NOTIFY modelChanged)
     Q_PROPERTY(int count READ count NOTIFY resultsChanged)
+    Q_PROPERTY(int markedCount READ markedCount NOTIFY selectionChanged)
     Q_PROPERTY(QUrl previewURL READ previewUrlOrNone NOTIFY previewChanged)
     Q_PROPERTY(bool hasPreview READ hasPreview NOTIFY previewChanged)
     Q_PROPERTY(int previewRevision READ previewRevision NOTIFY previewChanged)
@@ -87,6 +88,8 @@ public:
 
     /// The scan at a place of the results; empty beyond them.
     Q_INVOKABLE [[nodiscard]] QUrl urlAt(int place) const;
+    /// Where a scan is in the results; -1 if it isn't.
+    Q_INVOKABLE [[nodiscard]] int placeOf(const QUrl &url) const;
 
     // --- The grid ----------------------------------------------------------------------------
 
@@ -97,8 +100,14 @@ public:
     Q_INVOKABLE void enter(const QUrl &url);
     Q_INVOKABLE void leave(const QUrl &url);
 
-    /// Opens a file with the desktop's program for it.
-    Q_INVOKABLE void open(const QUrl &url) const;
+    /// What a menu or a drag at a scan is about: the marked ones if it is one of them, else it
+    /// alone.
+    [[nodiscard]] QList<QUrl> filesAt(const QUrl &url) const;
+    /// A menu opens at a scan, which is marked alone unless it is marked already. False if there is
+    /// nothing to open it for: while the editor is open, or where no scan is.
+    Q_INVOKABLE bool aimAt(const QUrl &url);
+    /// What a scan is called, without its extension.
+    Q_INVOKABLE [[nodiscard]] QString nameOf(const QUrl &url) const;
 
     // --- Operations --------------------------------------------------------------------------
 
@@ -112,6 +121,13 @@ public:
     Q_INVOKABLE void startCrop() { startEditor(EditorMode::crop); }
     Q_INVOKABLE void startMagic() { startEditor(EditorMode::magic); }
     void startEditor(EditorMode mode);
+    /// Gives a scan another name. What speaks against it; empty once it has the name.
+    Q_INVOKABLE QString rename(const QUrl &url, const QString &name);
+    /// Shows scans that came from elsewhere, with a message. Not while the editor is open, which
+    /// keeps its scan.
+    void showNew(const QList<QUrl> &files, const QString &message);
+    /// Shows a message.
+    void tell(const QString &message) { setNote(message); }
     /// The editor is done; `changed` if it replaced the file.
     Q_INVOKABLE void finishEditing(bool changed);
     /// A command of `KeyCommands`. Not while the editor is open.
@@ -141,6 +157,7 @@ private:
 
     [[nodiscard]] static Stamp stampOf(const QUrl &url);
     [[nodiscard]] int count() const;
+    [[nodiscard]] int markedCount() const { return static_cast<int>(m_selection.size()); }
     [[nodiscard]] bool hasPreview() const { return previewURL().has_value(); }
     [[nodiscard]] QUrl previewUrlOrNone() const { return previewURL().value_or(QUrl()); }
     [[nodiscard]] int previewRevision() const { return rev(previewUrlOrNone()); }

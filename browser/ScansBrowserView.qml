@@ -20,7 +20,7 @@ Item {
     required property Component editor
 
     KeyCommands {
-        isEnabled: !view.browser.isEditing
+        isEnabled: !view.browser.isEditing && !grid.hasPopup
         onKey: name => view.browser.handleKey(name)
     }
 
@@ -45,6 +45,8 @@ Item {
         }
 
         ScansGrid {
+            id: grid
+
             T.SplitView.minimumWidth: 260
             T.SplitView.preferredWidth: 364
             T.SplitView.maximumWidth: view.width - 361
@@ -108,7 +110,7 @@ Item {
                     visible: view.browser.note !== ""
                     width: Math.min(noteText.implicitWidth + 16, parent.width - 28)
                     height: noteText.height + 16
-                    radius: height / 2
+                    radius: Math.min(height / 2, 16)
                     color: Qt.alpha(Theme.track, 0.92)
                     lineWidth: 1
                     lineColor: Qt.rgba(0, 0, 0, 0.08)
@@ -119,6 +121,9 @@ Item {
                         anchors.centerIn: parent
                         width: Math.min(implicitWidth, parent.width - 16)
                         text: view.browser.note
+                        wrapMode: Text.Wrap
+                        maximumLineCount: 3
+                        horizontalAlignment: Text.AlignHCenter
                         elide: Text.ElideRight
                         font.family: Theme.fontFamily
                         font.pixelSize: 12
@@ -144,5 +149,11 @@ Item {
                 onLoaded: shown.forceActiveFocus()
             }
         }
+    }
+
+    ImportTarget {
+        anchors.fill: parent
+        enabled: !view.browser.isEditing && !grid.isDragging
+        browser: view.browser
     }
 }

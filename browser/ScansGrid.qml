@@ -1,5 +1,6 @@
 import QtQuick
 import Velmor.Controls
+import Velmor.Preview
 import Velmor.Browser
 
 // Delegates use ids of this file: the pragma that says so is newer than Qt 6.4.
@@ -7,7 +8,9 @@ import Velmor.Browser
 
 // The saved scans in columns that fill the width, newest first, over a slider for their size.
 //
-// Arrow keys go from scan to scan, Space marks one like a click, Return opens it.
+// Arrow keys, Page Up and Down, Home and End go from scan to scan, Space marks one like a click,
+// Return opens it, the menu key shows what else can be done with it, F2 renames it, Ctrl+C copies
+// it.
 Item {
     id: grid
 
@@ -17,12 +20,67 @@ Item {
     readonly property int gap: 16
     // Of the sheet whose left end this lies on.
     property real cornerRadius: 0
-    // The scan that the keyboard acts on.
+    // The scan that the keyboard acts on, and its place, which changes as scans come and go.
     property int current: 0
+    property url currentScan
+    // Who came by the pointer needs no ring to see where that is.
+    property bool isRingShown: true
+    readonly property bool hasPopup: menu.visible || naming.visible
+    readonly property alias isDragging: handover.isDragging
 
     function go(steps: int) {
-        current = Math.max(0, Math.min(browser.count - 1, current + steps));
-        list.positionViewAtIndex(Math.floor(current / columns), ListView.Contain);
+        pointAt(Math.max(0, Math.min(browser.count - 1, current + steps)));
+        const row = Math.floor(current / columns);
+        if (row === 0)
+            list.positionViewAtBeginning();
+        else if (row === list.count - 1)
+            list.positionViewAtEnd();
+        else
+            list.positionViewAtIndex(row, ListView.Contain);
+        isRingShown = true;
+    }
+
+    // How many scans are in view.
+    function page(): int {
+        const first = list.indexAt(0, list.contentY + gap);
+        const last = list.indexAt(0, list.contentY + list.height - gap);
+        return columns * Math.max(1, last - first);
+    }
+
+    function pointAt(place: int) {
+        current = place;
+        currentScan = browser.urlAt(place);
+    }
+
+    function pressAt(place: int) {
+        pointAt(place);
+        list.forceActiveFocus(Qt.MouseFocusReason);
+        isRingShown = false;
+    }
+
+    // Brings the current scan into view.
+    function currentCell(): ScanCell {
+        go(0);
+        list.forceLayout();
+        const row = list.itemAtIndex(Math.floor(current / columns)) as ScanRow;
+        return row?.cellAt(current % columns) ?? null;
+    }
+
+    function press(event: KeyEvent) {
+        const asksForMenu = event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier);
+        if (asksForMenu)
+            menu.openByKey(currentCell());
+        else if (event.key === Qt.Key_F2 && browser.aimAt(currentScan))
+            naming.openFor(currentCell(), currentScan);
+        else if (event.matches(StandardKey.Copy))
+            handover.copy(currentScan);
+        else if (event.key === Qt.Key_Home || event.key === Qt.Key_End)
+            go(event.key === Qt.Key_End ? browser.count : -browser.count);
+        else if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown)
+            go(event.key === Qt.Key_PageDown ? page() : -page());
+        else
+            return;
+        event.accepted = true;
     }
 
     clip: true
@@ -34,8 +92,43 @@ Item {
         color: Qt.alpha(Theme.track, 0.55)
     }
 
+    Component.onCompleted: pointAt(0)
+
+    Connections {
+        target: grid.browser
+
+        function onResultsChanged() {
+            const place = grid.browser.placeOf(grid.currentScan);
+            grid.pointAt(place >= 0 ? place : Math.max(0, Math.min(grid.current, grid.browser.count - 1)));
+        }
+    }
+
     ThumbnailStore {
         id: thumbnails
+    }
+
+    ScanHandover {
+        id: handover
+
+        browser: grid.browser
+    }
+
+    ScanMenu {
+        id: menu
+
+        objectName: "scanMenu"
+        browser: grid.browser
+        handover: handover
+        onClosed: list.forceActiveFocus(Qt.PopupFocusReason)
+        onRenameAsked: naming.openFor(cell, scan)
+    }
+
+    RenamePopover {
+        id: naming
+
+        objectName: "renamePopover"
+        browser: grid.browser
+        onClosed: list.forceActiveFocus(Qt.PopupFocusReason)
     }
 
     ListView {
@@ -61,65 +154,43 @@ Item {
         Keys.onRightPressed: grid.go(1)
         Keys.onUpPressed: grid.go(-grid.columns)
         Keys.onDownPressed: grid.go(grid.columns)
-        Keys.onSpacePressed: grid.browser.toggle(grid.browser.urlAt(grid.current))
-        Keys.onReturnPressed: grid.browser.open(grid.browser.urlAt(grid.current))
-        Keys.onEnterPressed: grid.browser.open(grid.browser.urlAt(grid.current))
+        Keys.onSpacePressed: grid.browser.toggle(grid.currentScan)
+        Keys.onReturnPressed: handover.open(grid.currentScan)
+        Keys.onEnterPressed: handover.open(grid.currentScan)
+        Keys.onPressed: event => grid.press(event)
+        onActiveFocusChanged: {
+            if (!activeFocus)
+                grid.isRingShown = true;
+        }
 
         model: ScanRows {
             cells: grid.browser.count
             columns: grid.columns
         }
 
-        delegate: Item {
-            id: row
-
-            required property int index
-
+        delegate: ScanRow {
             width: list.width
-            height: cells.height
-
-            Row {
-                id: cells
-
-                anchors.horizontalCenter: parent.horizontalCenter
-                spacing: grid.gap
-
-                Repeater {
-                    model: grid.columns
-
-                    Item {
-                        id: column
-
-                        required property int index
-                        readonly property int place: row.index * grid.columns + index
-
-                        width: grid.columnWidth
-                        height: cell.visible ? cell.height : 0
-                        anchors.verticalCenter: parent ? parent.verticalCenter : undefined
-
-                        ScanCell {
-                            id: cell
-
-                            anchors.centerIn: parent
-                            browser: grid.browser
-                            store: thumbnails
-                            place: column.place
-                            isCurrent: list.activeFocus && grid.current === column.place
-                        }
-
-                        MouseArea {
-                            anchors.fill: cell
-                            acceptedButtons: Qt.LeftButton
-                            onClicked: {
-                                grid.current = column.place;
-                                grid.browser.toggle(cell.scan);
-                            }
-                            onDoubleClicked: grid.browser.open(cell.scan)
-                        }
-                    }
-                }
-            }
+            browser: grid.browser
+            store: thumbnails
+            columns: grid.columns
+            columnWidth: grid.columnWidth
+            gap: grid.gap
+            ringPlace: list.activeFocus && grid.isRingShown ? grid.current : -1
+            onPressedAt: place => grid.pressAt(place)
+            onOpened: scan => handover.open(scan)
+            onMenuAsked: (cell, point) => menu.openAt(cell, point)
+            onDraggedOut: cell => handover.drag(cell.thumbnail)
         }
+    }
+
+    PreviewScrollBar {
+        orientation: Qt.Vertical
+        anchors.top: list.top
+        anchors.bottom: list.bottom
+        anchors.right: parent.right
+        start: list.visibleArea.yPosition
+        share: list.visibleArea.heightRatio
+        onMoved: start => list.contentY = list.originY - list.topMargin + start * (list.contentHeight + list.topMargin + list.bottomMargin)
     }
 
     Rectangle {

@@ -40,7 +40,8 @@ void ThumbnailStore::keep(const QUrl &url, int revision, const Thumbnail &thumbn
 QFuture<std::optional<Thumbnail>> ThumbnailStore::draw(const QUrl &url, double width,
                                                        const Dropped &dropped)
 {
-    return runIn(m_pool, ++m_asked, [url, width, dropped] {
+    ++m_asked;
+    return runIn(m_pool, 0, [url, width, dropped] {
         return *dropped ? std::nullopt : renderThumbnail(url, width);
     });
 }

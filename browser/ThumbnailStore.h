@@ -15,8 +15,9 @@
 
 namespace velmor {
 
-/// Makes the thumbnails of one screen in the background, the latest asked for first, and keeps as
-/// many as fit into its memory, so that what comes into view again is there at once. Main thread.
+/// Makes the thumbnails of one screen in the background, from the top as they are asked for, and
+/// keeps as many as fit into its memory, so that what comes into view again is there at once. Main
+/// thread.
 class ThumbnailStore : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -38,6 +39,8 @@ public:
     /// Draws one. If it is dropped before its turn, there is none, and no time goes into it.
     [[nodiscard]] QFuture<std::optional<Thumbnail>> draw(const QUrl &url, double width,
                                                          const Dropped &dropped);
+    /// How many drawings were asked for.
+    [[nodiscard]] int asked() const { return m_asked; }
 
 private:
     QCache<QString, Thumbnail> m_kept;

@@ -377,6 +377,13 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         </message>
     </context>
     <context>
+        <name>ImportTarget</name>
+        <message>
+            <source>Drop to import</source>
+            <translation>Zum Importieren ablegen</translation>
+        </message>
+    </context>
+    <context>
         <name>MainWindow</name>
         <message>
             <source>About VELMOR</source>
@@ -506,6 +513,17 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         </message>
     </context>
     <context>
+        <name>RenamePopover</name>
+        <message>
+            <source>Name of the scan</source>
+            <translation>Name des Scans</translation>
+        </message>
+        <message>
+            <source>Rename</source>
+            <translation>Umbenennen</translation>
+        </message>
+    </context>
+    <context>
         <name>SampleArea</name>
         <message>
             <source>Original</source>
@@ -536,6 +554,29 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         <message>
             <source>Stop scanning</source>
             <translation>Scannen beenden</translation>
+        </message>
+    </context>
+    <context>
+        <name>ScanMenu</name>
+        <message>
+            <source>Open</source>
+            <translation>Öffnen</translation>
+        </message>
+        <message>
+            <source>Show in folder</source>
+            <translation>Im Ordner zeigen</translation>
+        </message>
+        <message>
+            <source>Copy</source>
+            <translation>Kopieren</translation>
+        </message>
+        <message>
+            <source>Rename…</source>
+            <translation>Umbenennen …</translation>
+        </message>
+        <message>
+            <source>Delete</source>
+            <translation>Löschen</translation>
         </message>
     </context>
     <context>
@@ -918,6 +959,103 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
             <source>Select a multi-page PDF to split</source>
             <translation>Zum Teilen ein PDF mit mehreren Seiten auswählen</translation>
         </message>
+        <message>
+            <source>A scan needs a name</source>
+            <translation>Ein Scan braucht einen Namen</translation>
+        </message>
+        <message>
+            <source>A name can't contain “/”</source>
+            <translation>Ein Name kann kein „/“ enthalten</translation>
+        </message>
+        <message>
+            <source>A name can't begin with a dot</source>
+            <translation>Ein Name kann nicht mit einem Punkt beginnen</translation>
+        </message>
+        <message>
+            <source>This name is too long</source>
+            <translation>Dieser Name ist zu lang</translation>
+        </message>
+        <message>
+            <source>There is a scan of this name already</source>
+            <translation>Einen Scan dieses Namens gibt es schon</translation>
+        </message>
+        <message>
+            <source>Couldn't rename — folder isn't writable</source>
+            <translation>Umbenennen nicht möglich – der Ordner ist schreibgeschützt</translation>
+        </message>
+        <message>
+            <source>This scan isn't there any more</source>
+            <translation>Diesen Scan gibt es nicht mehr</translation>
+        </message>
+    </context>
+    <context>
+        <name>velmor::ScanHandover</name>
+        <message>
+            <source>Couldn't open %1</source>
+            <translation>%1 ließ sich nicht öffnen</translation>
+        </message>
+        <message>
+            <source>Copied 1 scan</source>
+            <translation>1 Scan kopiert</translation>
+        </message>
+        <message numerus="yes">
+            <source>Copied %n scans</source>
+            <translation>
+                <numerusform>%n Scans kopiert</numerusform>
+                <numerusform>%n Scans kopiert</numerusform>
+            </translation>
+        </message>
+    </context>
+    <context>
+        <name>velmor::ScanImport</name>
+        <message numerus="yes">
+            <source>%1 and %n more</source>
+            <translation>
+                <numerusform>%1 und %n weitere</numerusform>
+                <numerusform>%1 und %n weitere</numerusform>
+            </translation>
+        </message>
+        <message>
+            <source>Imported 1 scan</source>
+            <translation>1 Scan importiert</translation>
+        </message>
+        <message numerus="yes">
+            <source>Imported %n scans</source>
+            <translation>
+                <numerusform>%n Scans importiert</numerusform>
+                <numerusform>%n Scans importiert</numerusform>
+            </translation>
+        </message>
+        <message>
+            <source>Couldn't read %1</source>
+            <translation>Nicht lesbar: %1</translation>
+        </message>
+        <message>
+            <source>1 scan is here already</source>
+            <translation>1 Scan ist schon hier</translation>
+        </message>
+        <message numerus="yes">
+            <source>%n scans are here already</source>
+            <translation>
+                <numerusform>%n Scans sind schon hier</numerusform>
+                <numerusform>%n Scans sind schon hier</numerusform>
+            </translation>
+        </message>
+        <message>
+            <source>Nothing to import</source>
+            <translation>Nichts zu importieren</translation>
+        </message>
+    </context>
+    <context>
+        <name>velmor::ScanImports</name>
+        <message>
+            <source>Importing page %1 of %2…</source>
+            <translation>Seite %1 von %2 wird importiert …</translation>
+        </message>
+        <message>
+            <source>Importing…</source>
+            <translation>Wird importiert …</translation>
+        </message>
     </context>
     <context>
         <name>velmor::ScansBrowser</name>
@@ -966,6 +1104,10 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         <message>
             <source>No scan to edit</source>
             <translation>Kein Scan zu bearbeiten</translation>
+        </message>
+        <message>
+            <source>Renamed</source>
+            <translation>Umbenannt</translation>
         </message>
     </context>
 </TS>

@@ -209,6 +209,8 @@ public:
     [[nodiscard]] bool undoEdit(const QUrl &url);
     /// Removes the copy, if there is one: another document stands there now.
     void forgetBackup(const QUrl &url);
+    /// The scan at `from` is at `to` now, and its copy and date belong to it there.
+    void followRename(const QUrl &from, const QUrl &to);
 
 Q_SIGNALS:
     void settingsChanged();

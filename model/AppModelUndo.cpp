@@ -51,4 +51,19 @@ void AppModel::forgetBackup(const QUrl &url)
     assign(m_undoableFiles, undoable, &AppModel::undoableFilesChanged);
 }
 
+void AppModel::followRename(const QUrl &from, const QUrl &to)
+{
+    forgetBackup(to);
+    m_rememberedDates.remove(to);
+    if (m_rememberedDates.contains(from))
+        m_rememberedDates.insert(to, m_rememberedDates.take(from));
+    if (!m_undoBackups.contains(from))
+        return;
+    m_undoBackups.insert(to, m_undoBackups.take(from));
+    QSet<QUrl> undoable = m_undoableFiles;
+    undoable.remove(from);
+    undoable.insert(to);
+    assign(m_undoableFiles, undoable, &AppModel::undoableFilesChanged);
+}
+
 } // namespace velmor

@@ -27,8 +27,7 @@ QString inOutputFolder(const AppModel &model, const QString &name)
 /// The message of success, unless a file failed to be written.
 void conclude(Outcome &outcome, const QString &success)
 {
-    outcome.message =
-        outcome.isWritten ? success : Texts::tr("Couldn't write — folder isn't writable");
+    outcome.message = outcome.isWritten ? success : notWritable();
 }
 
 /// Writes a document that isn't an edit of the file at `url`, should one be there: neither that
@@ -126,6 +125,11 @@ Outcome split(AppModel &model, const QList<QUrl> &files)
     else
         outcome.message = Texts::tr("Select a multi-page PDF to split");
     return outcome;
+}
+
+QString notWritable()
+{
+    return Texts::tr("Couldn't write — folder isn't writable");
 }
 
 QUrl newURL(const AppModel &model, const QString &stem)

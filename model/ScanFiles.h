@@ -33,6 +33,20 @@ Outcome merge(AppModel &model, QList<QUrl> files);
 /// of one that has the name of the page. Files with one page are left alone.
 Outcome split(AppModel &model, const QList<QUrl> &files);
 
+/// What renaming came to.
+struct Renaming {
+    QUrl file;       ///< Where the scan is now.
+    QString problem; ///< Why it kept its name, for the user; empty if it has the new one.
+};
+
+/// Gives a scan another name in its folder, and its raw pages and backup with it. Blanks around
+/// `name` and a ".pdf" behind it don't count; the file keeps the extension that it has. Never over
+/// another scan, and not by half: where the raw pages can't follow, the file goes back.
+Renaming rename(AppModel &model, const QUrl &file, const QString &name);
+
+/// The message when files couldn't be written.
+[[nodiscard]] QString notWritable();
+
 /// Where a new file of this kind goes: a name with the local time in the output folder.
 [[nodiscard]] QUrl newURL(const AppModel &model, const QString &stem);
 

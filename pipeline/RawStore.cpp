@@ -8,6 +8,7 @@
 #include <QImageReader>
 
 #include <algorithm>
+#include <filesystem>
 #include <mutex>
 
 namespace velmor::RawStore {
@@ -50,6 +51,18 @@ void adopt(const QStringList &pageImages, const QUrl &pdf)
     folder.mkpath(QStringLiteral("."));
     for (int page = 0; page < pageImages.size(); ++page)
         QFile::rename(pageImages[page], folder.filePath(pageName(page)));
+}
+
+bool move(const QUrl &from, const QUrl &to)
+{
+    const std::filesystem::path source = sidecar(from).filesystemAbsolutePath();
+    const std::filesystem::path target = sidecar(to).filesystemAbsolutePath();
+    std::error_code error;
+    // Two spellings of one name, where the file system takes them for one.
+    if (!std::filesystem::equivalent(source, target, error))
+        remove(to);
+    std::filesystem::rename(source, target, error);
+    return !error || error == std::errc::no_such_file_or_directory;
 }
 
 void remove(const QUrl &pdf)

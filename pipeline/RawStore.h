@@ -26,6 +26,10 @@ inline constexpr qint64 maxPixels = 300'000'000;
 /// old one as a whole. A file that can't be moved leaves a gap.
 void adopt(const QStringList &pageImages, const QUrl &pdf);
 
+/// Makes the sidecar of `from`, if there is one, that of `to` in the same folder, in place of any
+/// that `to` has. False if it can't be moved; it stays then.
+[[nodiscard]] bool move(const QUrl &from, const QUrl &to);
+
 /// Deletes the sidecar, if there is one.
 void remove(const QUrl &pdf);
 

@@ -147,21 +147,30 @@ std::vector<OcrLine> recognizeSync(const QImage &image)
     return recognizeText(image);
 }
 
-QCoro::Task<bool> assemblePdf(QStringList imagePaths, double dpi, bool ocr,
+QCoro::Task<bool> assemblePdf(QList<PageFile> pages, bool ocr,
                               std::function<bool(const PdfDocument &)> write, Progress progress)
 {
     PdfDocument document;
-    report(progress, 0, imagePaths.size());
-    for (const QString &path : imagePaths) {
+    report(progress, 0, pages.size());
+    for (const PageFile &file : pages) {
         QFuture<std::optional<PdfPage>> work =
-            QtConcurrent::run([path, dpi, ocr] { return pageFromFile(path, dpi, ocr); });
+            QtConcurrent::run([file, ocr] { return pageFromFile(file.path, file.dpi, ocr); });
         const std::optional<PdfPage> page = co_await work;
         if (!page || !document.insertPage(*page, document.pageCount()))
             co_return false;
-        report(progress, document.pageCount(), imagePaths.size());
+        report(progress, document.pageCount(), pages.size());
     }
     document.stampOrigin();
     co_return write(document);
+}
+
+QCoro::Task<bool> assemblePdf(QStringList imagePaths, double dpi, bool ocr,
+                              std::function<bool(const PdfDocument &)> write, Progress progress)
+{
+    QList<PageFile> pages;
+    for (const QString &path : imagePaths)
+        pages.append({path, dpi});
+    co_return co_await assemblePdf(pages, ocr, write, progress);
 }
 
 QCoro::Task<std::optional<PdfPage>> rebuildPage(PdfPage page, double dpi,

@@ -32,11 +32,22 @@ using Progress = std::function<void(int done, int total)>;
 /// Without text, or when recognition fails, there are none.
 [[nodiscard]] std::vector<OcrLine> recognizeSync(const QImage &image);
 
-/// Makes a document of the image files at `imagePaths`, in that order, and answers what `write`
-/// answers for it. A page's size is its pixels at `dpi`; with `ocr` its text is laid under it.
+/// An image file that becomes a page.
+struct PageFile {
+    QString path;
+    double dpi; ///< Dots per inch of its pixels on paper.
+};
+
+/// Makes a document of image files, in their order, and answers what `write` answers for it. With
+/// `ocr` the text of each page is laid under it.
 ///
 /// False without a call of `write` if any of the images can't be read or put on a page: a document
 /// with a missing page is worse than none.
+[[nodiscard]] QCoro::Task<bool> assemblePdf(QList<PageFile> pages, bool ocr,
+                                            std::function<bool(const PdfDocument &)> write,
+                                            Progress progress = {});
+
+/// The same for images that are all of one resolution.
 [[nodiscard]] QCoro::Task<bool> assemblePdf(QStringList imagePaths, double dpi, bool ocr,
                                             std::function<bool(const PdfDocument &)> write,
                                             Progress progress = {});

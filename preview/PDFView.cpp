@@ -8,6 +8,8 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 
+#include <algorithm>
+
 namespace velmor {
 
 namespace {
@@ -20,6 +22,9 @@ constexpr int scrollMs = 140;
 constexpr QColor selectionColor(122, 90, 248, 77);
 constexpr QColor matchColor(255, 204, 0, 102);
 constexpr QColor currentMatchColor(255, 128, 0, 140);
+/// How far the mark of a found place goes beyond the box of its text, as a share of its height:
+/// invisible letters lie only roughly under those of the page.
+constexpr qreal matchRoom = 0.15;
 
 } // namespace
 
@@ -252,16 +257,19 @@ ShownPage PDFView::shownPage(int index)
         page.partRect = toView.mapRect(part->request.area(sheet.size()));
     }
 
-    const auto mark = [&](QColor color, const QList<QRectF> &boxes) {
+    const auto mark = [&](QColor color, const QList<QRectF> &boxes, qreal room) {
         PageMarks marks{color, {}};
-        for (const QRectF &box : boxes)
-            marks.boxes.append(m_viewport.toView(index, box));
+        for (const QRectF &box : boxes) {
+            const qreal more = room * std::min(box.width(), box.height());
+            marks.boxes.append(m_viewport.toView(index, box.adjusted(-more, -more, more, more)));
+        }
         page.marks.append(marks);
     };
     const TextSearch::Boxes found = m_search.boxes(index);
-    mark(matchColor, found.others);
-    mark(currentMatchColor, found.current);
-    mark(selectionColor, m_selection.boxes(index));
+    mark(matchColor, found.others, matchRoom);
+    mark(currentMatchColor, found.current, matchRoom);
+    // Without room, as the boxes of one line would overlap.
+    mark(selectionColor, m_selection.boxes(index), 0);
     return page;
 }
 

@@ -140,6 +140,12 @@ TEST_F(ScansBrowserTest, OperationsActOnTheMarkedScansAndCountTheirRevisions)
     EXPECT_EQ(note(), QStringLiteral("Deleted"));
     EXPECT_THAT(browser.selection(), IsEmpty());
     EXPECT_EQ(model->results().size(), 4);
+    // A folder that is listed by its name goes as well.
+    const QString named = model->settings().outputFolder.toLocalFile() + QStringLiteral("/f.pdf");
+    QDir().mkpath(named + QStringLiteral("/inside"));
+    browser.toggle(QUrl::fromLocalFile(named), Qt::NoModifier);
+    browser.deleteSelected();
+    EXPECT_FALSE(QFileInfo::exists(named));
 }
 
 TEST_F(ScansBrowserTest, TheListFollowsTheFolder)
@@ -158,6 +164,8 @@ TEST_F(ScansBrowserTest, TheListFollowsTheFolder)
     EXPECT_TRUE(waitUntil([&] { return browser.rev(a) == 1; }));
     QFile::remove(a.toLocalFile());
     EXPECT_TRUE(waitUntil([&] { return model->results().size() == 1; }));
+    replace(QStringLiteral("a.pdf"));
+    EXPECT_TRUE(waitUntil([&] { return browser.rev(a) == 2; })) << "another one of its name";
     // The folder goes and comes back.
     EXPECT_TRUE(QDir(folder).removeRecursively());
     EXPECT_TRUE(waitUntil([&] { return model->results().isEmpty(); }));
@@ -192,6 +200,13 @@ TEST_F(ScansBrowserTest, LevelsAreRepeatedOnAllTargets)
     EXPECT_EQ(browser.rev(gone), 1);
     browser.enter(b);
     EXPECT_TRUE(browser.canUndo());
+    // What is deleted while its levels are worked on stays deleted.
+    mark({a});
+    browser.applyMagicPreset();
+    browser.deleteSelected();
+    EXPECT_TRUE(
+        waitUntil([&] { return note() == QStringLiteral("Some scans couldn't be written"); }));
+    EXPECT_FALSE(QFileInfo::exists(a.toLocalFile()));
 }
 
 TEST_F(ScansBrowserTest, TheEditorTakesThePlaceOfThePreviewUntilItIsDone)

@@ -7,6 +7,10 @@
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QProcess>
+#include <qpdf/QPDF.hh>
+#include <qpdf/QPDFAcroFormDocumentHelper.hh>
+#include <qpdf/QPDFPageDocumentHelper.hh>
+#include <qpdf/QPDFPageLabelDocumentHelper.hh>
 
 namespace velmor {
 namespace {
@@ -114,6 +118,149 @@ TEST_F(ScanFilesTest, PagesAreSavedOneByOneInTheOutputFolder)
     const ScanFiles::Outcome again = ScanFiles::merge(*model, outcome.saved);
     ASSERT_EQ(again.saved.size(), 1);
     EXPECT_THAT(heightsIn(again.saved.first()), ElementsAre(100, 200));
+}
+
+/// Three pages that differ in boxes, turn and label, one with a form field. Their streams are such
+/// as no writer would make again: odd blanks, a filter that does nothing, a picture's own bytes.
+QByteArray unusualPages()
+{
+    const auto stream = [](const QByteArray &entries, const QByteArray &data) {
+        return "<<" + entries + " /Length " + QByteArray::number(data.size()) + ">> stream\n" +
+               data + "\nendstream endobj\n";
+    };
+    return "%PDF-1.5\n1 0 obj <</Type /Catalog /Pages 2 0 R /AcroForm <</Fields [6 0 R]>> "
+           "/PageLabels <</Nums [0 <</S /r>> 2 <</S /D /P (A-)>>]>>>> endobj\n"
+           "2 0 obj <</Type /Pages /Kids [3 0 R 4 0 R 5 0 R] /Count 3 /MediaBox [0 0 90.5 80] "
+           "/Resources <</XObject <</I 9 0 R>>>>>> endobj\n"
+           "3 0 obj <</Type /Page /Parent 2 0 R /Annots [6 0 R] /Contents 7 0 R>> endobj\n"
+           "4 0 obj <</Type /Page /Parent 2 0 R /Rotate 90 /CropBox [5 5 40 40] "
+           "/Contents [7 0 R 8 0 R]>> endobj\n"
+           "5 0 obj <</Type /Page /Parent 2 0 R /MediaBox [-10 -20 30 40] /Contents 8 0 R>> "
+           "endobj\n"
+           "6 0 obj <</Type /Annot /Subtype /Widget /FT /Tx /T (name) /V (Ada) /Rect [1 1 8 8] "
+           "/P 3 0 R>> endobj\n7 0 obj " +
+           stream("", "q  10 0 0\t10 0 0 cm /I   Do Q % as it is") + "8 0 obj " +
+           stream("/Filter /ASCIIHexDecode", "3020 67 20 5b5d2030 2064>") + "9 0 obj " +
+           stream("/Type /XObject /Subtype /Image /Width 2 /Height 1 /BitsPerComponent 8 "
+                  "/ColorSpace /DeviceGray",
+                  QByteArray("\x00\xFF", 2)) +
+           "trailer <</Root 1 0 R>>\n";
+}
+
+/// Each page with its boxes, turn, label and fields, and the bytes of its streams as they lie in
+/// the file.
+QList<std::string> pagesOf(const QUrl &url)
+{
+    QPDF file;
+    file.setSuppressWarnings(true);
+    file.processFile(qPrintable(url.toLocalFile()));
+    QPDFPageLabelDocumentHelper labels(file);
+    QPDFAcroFormDocumentHelper form(file);
+    QList<std::string> pages;
+    for (QPDFPageObjectHelper &page : QPDFPageDocumentHelper(file).getAllPages()) {
+        std::string told =
+            page.getMediaBox().unparseResolved() + page.getCropBox().unparseResolved();
+        told += page.getAttribute("/Rotate", false).unparse();
+        QPDFObjectHandle label = labels.getLabelForPage(pages.size());
+        told += label.getKey("/S").unparse() + label.getKey("/P").unparse() +
+                label.getKey("/St").unparse();
+        for (QPDFFormFieldObjectHelper &field : form.getFormFieldsForPage(page))
+            told += field.getFullyQualifiedName() + field.getValueAsString();
+        std::vector<QPDFObjectHandle> streams = page.getPageContents();
+        for (const auto &[name, image] : page.getImages())
+            streams.push_back(image);
+        for (QPDFObjectHandle &stream : streams) {
+            const auto bytes = stream.getRawStreamData();
+            told += stream.getDict().getKey("/Filter").unparse();
+            told.append(reinterpret_cast<const char *>(bytes->getBuffer()), bytes->getSize());
+        }
+        pages.append(told);
+    }
+    return pages;
+}
+
+TEST_F(ScanFilesTest, SplittingAndMergingGivesTheSamePagesBack)
+{
+    const QUrl file = QUrl::fromLocalFile(QDir(scansPath()).filePath(QStringLiteral("a.pdf")));
+    writeFile(file.toLocalFile(), unusualPages());
+    const QList<std::string> original = pagesOf(file);
+    ASSERT_EQ(original.size(), 3);
+    EXPECT_THAT(original[0], testing::HasSubstr("nameAda"));
+    const ScanFiles::Outcome split = ScanFiles::split(*model, {file});
+    ASSERT_EQ(split.saved.size(), 3);
+    QList<std::string> alone;
+    for (const QUrl &single : split.saved)
+        alone += pagesOf(single);
+    const ScanFiles::Outcome merged = ScanFiles::merge(*model, split.saved);
+    ASSERT_EQ(merged.saved.size(), 1);
+    EXPECT_EQ(pagesOf(merged.saved.first()), original);
+    EXPECT_EQ(alone, original);
+}
+
+TEST_F(ScanFilesTest, ARenamedScanKeepsItsRawPagesItsUndoAndItsPlace)
+{
+    const QUrl file = scan(QStringLiteral("old.name.pdf"), {100, 200});
+    ASSERT_TRUE(model->writeWithBackup(documentOf({300, 400}), file));
+    scan(QStringLiteral("newer.pdf"), {500});
+    // Left behind by a scan that another program deleted.
+    const QUrl former = scan(QStringLiteral("a new, ü #1.pdf"), {700, 800, 900});
+    QFile::remove(former.toLocalFile());
+
+    const ScanFiles::Renaming renaming =
+        ScanFiles::rename(*model, file, QStringLiteral(" a new, ü #1.PDF "));
+    EXPECT_EQ(renaming.problem, QString());
+    EXPECT_EQ(renaming.file, former);
+    EXPECT_THAT(scans(),
+                ElementsAre(QStringLiteral("a new, ü #1.pdf"), QStringLiteral("newer.pdf")));
+    EXPECT_EQ(RawStore::pageCount(former), 2);
+    EXPECT_EQ(RawStore::pageCount(file), 0);
+    model->loadResults();
+    EXPECT_EQ(model->results().last().url, former) << "by its date";
+    EXPECT_TRUE(model->undoEdit(former));
+    EXPECT_THAT(heightsIn(former), ElementsAre(100, 200));
+    EXPECT_FALSE(model->undoEdit(file));
+}
+
+TEST_F(ScanFilesTest, ANameThatCannotBeIsRefused)
+{
+    const QUrl file = scan(QStringLiteral("a.pdf"), {100});
+    scan(QStringLiteral("b.pdf"), {200});
+    scan(QStringLiteral("c.PDF"), {300});
+    const QStringList before = scans();
+    const struct {
+        QString name;
+        const char *problem;
+    } cases[] = {
+        {QStringLiteral("  .pdf"), "A scan needs a name"},
+        {QStringLiteral("x/y"), "A name can't contain “/”"},
+        {QStringLiteral("..hidden"), "A name can't begin with a dot"},
+        {QString(126, u'ü'), "This name is too long"},
+        {QStringLiteral("b"), "There is a scan of this name already"},
+        {QStringLiteral("c"), "There is a scan of this name already"},
+        {QStringLiteral("a.pdf"), ""},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(qPrintable(c.name));
+        const ScanFiles::Renaming renaming = ScanFiles::rename(*model, file, c.name);
+        EXPECT_EQ(renaming.problem, QString::fromUtf8(c.problem));
+        EXPECT_EQ(renaming.file, file);
+        EXPECT_EQ(scans(), before);
+        EXPECT_EQ(RawStore::pageCount(file), 1);
+    }
+    const QUrl gone = QUrl::fromLocalFile(QDir(scansPath()).filePath(QStringLiteral("gone.pdf")));
+    EXPECT_EQ(ScanFiles::rename(*model, gone, QStringLiteral("d")).problem,
+              QStringLiteral("This scan isn't there any more"));
+}
+
+TEST_F(ScanFilesTest, AScanWhoseRawPagesCannotFollowKeepsItsName)
+{
+    const QUrl file = scan(QStringLiteral("a.pdf"), {100});
+    writeFile(QDir(scansPath()).filePath(QStringLiteral(".velmor_raw/b")), "in the way");
+    const ScanFiles::Renaming renaming = ScanFiles::rename(*model, file, QStringLiteral("b"));
+    EXPECT_EQ(renaming.problem, QStringLiteral("Couldn't rename — folder isn't writable"));
+    EXPECT_EQ(renaming.file, file);
+    EXPECT_THAT(scans(), ElementsAre(QStringLiteral("a.pdf")));
+    EXPECT_EQ(RawStore::pageCount(file), 1);
 }
 
 TEST_F(ScanFilesTest, WhatCannotBeWrittenIsToldAndTheRestIsDone)
