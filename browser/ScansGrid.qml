@@ -23,6 +23,8 @@ Item {
     // The scan that the keyboard acts on, and its place, which changes as scans come and go.
     property int current: 0
     property url currentScan
+    // The keyboard went to the last row, whose height is known once its pages are drawn.
+    property bool staysAtEnd: false
     // Who came by the pointer needs no ring to see where that is.
     property bool isRingShown: true
     readonly property bool hasPopup: menu.visible || naming.visible
@@ -31,13 +33,18 @@ Item {
     function go(steps: int) {
         pointAt(Math.max(0, Math.min(browser.count - 1, current + steps)));
         const row = Math.floor(current / columns);
+        list.positionViewAtIndex(row, ListView.Contain);
+        // At the ends with the margin, which positioning leaves out.
         if (row === 0)
-            list.positionViewAtBeginning();
-        else if (row === list.count - 1)
-            list.positionViewAtEnd();
-        else
-            list.positionViewAtIndex(row, ListView.Contain);
+            list.contentY = list.originY - gap;
+        staysAtEnd = row > 0 && row === list.count - 1;
+        if (staysAtEnd)
+            showEnd();
         isRingShown = true;
+    }
+
+    function showEnd() {
+        list.contentY = list.originY + list.contentHeight + gap - list.height;
     }
 
     // How many scans are in view.
@@ -150,6 +157,11 @@ Item {
         keyNavigationEnabled: false
         Accessible.role: Accessible.List
         Accessible.name: qsTr("My scans")
+        onMovementStarted: grid.staysAtEnd = false
+        onContentHeightChanged: {
+            if (grid.staysAtEnd)
+                grid.showEnd();
+        }
         Keys.onLeftPressed: grid.go(-1)
         Keys.onRightPressed: grid.go(1)
         Keys.onUpPressed: grid.go(-grid.columns)
@@ -190,6 +202,7 @@ Item {
         anchors.right: parent.right
         start: list.visibleArea.yPosition
         share: list.visibleArea.heightRatio
+        onPressedChanged: grid.staysAtEnd = false
         onMoved: start => list.contentY = list.originY - list.topMargin + start * (list.contentHeight + list.topMargin + list.bottomMargin)
     }
 
@@ -200,47 +213,11 @@ Item {
         color: Qt.rgba(0, 0, 0, 0.1)
     }
 
-    Item {
+    GridFooter {
         id: footer
 
         anchors.bottom: parent.bottom
         width: parent.width
-        height: slider.height + 16
-
-        Icon {
-            id: gridSymbol
-
-            x: 12
-            anchors.verticalCenter: parent.verticalCenter
-            name: "grid"
-            size: 13
-            color: Theme.textSecondary
-        }
-
-        ValueSlider {
-            id: slider
-
-            anchors.left: gridSymbol.right
-            anchors.leftMargin: 6
-            anchors.verticalCenter: parent.verticalCenter
-            width: 120
-            from: 90
-            to: 260
-            stepSize: 10
-            snapMode: ValueSlider.NoSnap
-            value: grid.browser.thumbSize
-            hint: qsTr("Thumbnail size")
-            onMoved: grid.browser.thumbSize = value
-        }
-
-        Text {
-            anchors.right: parent.right
-            anchors.rightMargin: 12
-            anchors.verticalCenter: parent.verticalCenter
-            text: qsTr("%1 scans").arg(grid.browser.count)
-            font.family: Theme.fontFamily
-            font.pixelSize: 11
-            color: Theme.textSecondary
-        }
+        browser: grid.browser
     }
 }

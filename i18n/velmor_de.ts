@@ -431,6 +431,17 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
+    <name>GridFooter</name>
+    <message>
+        <source>Thumbnail size</source>
+        <translation>Größe der Vorschaubilder</translation>
+    </message>
+    <message>
+        <source>%1 scans</source>
+        <translation>%1 Scans</translation>
+    </message>
+</context>
+<context>
     <name>ImportTarget</name>
     <message>
         <source>Drop to import</source>
@@ -703,14 +714,6 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message>
         <source>My scans</source>
         <translation>Meine Scans</translation>
-    </message>
-    <message>
-        <source>Thumbnail size</source>
-        <translation>Größe der Vorschaubilder</translation>
-    </message>
-    <message>
-        <source>%1 scans</source>
-        <translation>%1 Scans</translation>
     </message>
 </context>
 <context>
