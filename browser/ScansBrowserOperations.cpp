@@ -3,9 +3,7 @@
 #include "pipeline/RawStore.h"
 #include "pipeline/VisionOCR.h"
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
 
@@ -57,12 +55,7 @@ void ScansBrowser::deleteSelected()
     if (!m_model)
         return;
     for (const QUrl &file : targets()) {
-        // A folder can have a name that lists it.
-        const QFileInfo entry(file.toLocalFile());
-        if (entry.isDir() && !entry.isSymLink())
-            QDir(entry.filePath()).removeRecursively();
-        else
-            QFile::remove(entry.filePath());
+        QFile::remove(file.toLocalFile());
         RawStore::remove(file);
     }
     setSelection({});

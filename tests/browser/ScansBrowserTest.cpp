@@ -140,12 +140,6 @@ TEST_F(ScansBrowserTest, OperationsActOnTheMarkedScansAndCountTheirRevisions)
     EXPECT_EQ(note(), QStringLiteral("Deleted"));
     EXPECT_THAT(browser.selection(), IsEmpty());
     EXPECT_EQ(model->results().size(), 4);
-    // A folder that is listed by its name goes as well.
-    const QString named = model->settings().outputFolder.toLocalFile() + QStringLiteral("/f.pdf");
-    QDir().mkpath(named + QStringLiteral("/inside"));
-    browser.toggle(QUrl::fromLocalFile(named), Qt::NoModifier);
-    browser.deleteSelected();
-    EXPECT_FALSE(QFileInfo::exists(named));
 }
 
 TEST_F(ScansBrowserTest, TheListFollowsTheFolder)
