@@ -55,15 +55,15 @@ cv::Mat thresholdsOf(const PageSurvey &survey)
     const cv::Mat pale = darkestAround(ink, cells);
     cv::Mat ofPale;
     cv::addWeighted(pale, 1 - threshold, light, threshold, 0, ofPale);
-    ofPale.setTo(0, pale >= light);
-    const cv::Mat paler = cv::max(ofStrokes, ofPale);
-    paler.copyTo(ofStrokes, strokes != 0);
+    cv::max(ofStrokes, ofPale, ofPale);
+    ofPale.copyTo(ofStrokes, (strokes != 0) & (pale < light));
     // The palest ends of strokes aren't found; the threshold beside them reaches that far.
+    ofPale.setTo(255, (strokes == 0) | (pale >= light));
     const cv::Mat reach = cv::getStructuringElement(cv::MORPH_RECT, {7, 7});
     cv::Mat near;
     cv::erode(ofStrokes, near, reach);
-    cv::dilate(ofPale, ofPale, reach);
-    near = cv::max(near, ofPale);
+    cv::erode(ofPale, ofPale, reach);
+    ofPale.copyTo(near, ofPale < 255);
     near.copyTo(ofStrokes, strokes == 0);
 
     cv::Mat result(cells, CV_8UC1, cv::Scalar(128));
