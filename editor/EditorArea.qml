@@ -59,6 +59,7 @@ FocusItem {
     PageImage {
         anchors.fill: parent
         editor: area.editor
+        cornerRadius: area.cornerRadius
     }
 
     CropOverlay {

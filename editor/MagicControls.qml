@@ -14,7 +14,9 @@ Item {
 
     component RowLabel: Text {
         width: 52
-        elide: Text.ElideRight
+        // Longer in other languages.
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 8
         font.family: Theme.fontFamily
         font.pixelSize: 11
         font.weight: Font.Medium

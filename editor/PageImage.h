@@ -12,11 +12,14 @@ namespace velmor {
 ///
 /// Where the page is shown smaller than its image is, the image is reduced to the window's very
 /// pixels by averaging, so that print stays legible; where it is larger, the renderer interpolates.
-/// It looks the same on every renderer. The image area clips what reaches beyond it.
+/// It looks the same on every renderer. The image area clips what reaches beyond it, but for its
+/// lower right corner: where that is round, the page is.
 class PageImage : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(velmor::PageEditor *editor READ editor WRITE setEditor NOTIFY editorChanged REQUIRED)
+    /// Of the item's lower right corner, in points; 0 for a square one.
+    Q_PROPERTY(qreal cornerRadius MEMBER m_cornerRadius NOTIFY cornerRadiusChanged)
 
 public:
     explicit PageImage(QQuickItem *parent = nullptr);
@@ -26,6 +29,7 @@ public:
 
 Q_SIGNALS:
     void editorChanged();
+    void cornerRadiusChanged();
 
 protected:
     void updatePolish() override;
@@ -33,10 +37,12 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &data) override;
 
 private:
+    /// The page as a scene graph.
+    class PageNode;
+
     QPointer<PageEditor> m_editor;
-    QImage m_image;         ///< The one to show; null for none.
-    QSize m_textureSize;    ///< Pixels of the texture that the node has.
-    qint64 m_textureOf = 0; ///< The key of the image that it was made of.
+    qreal m_cornerRadius = 0;
+    QImage m_image; ///< The one to show; null for none.
 };
 
 } // namespace velmor

@@ -98,6 +98,33 @@ TEST_F(EditorPictures, ThePageStandsOnItsGroundAndShowsTheLevelsAtOnce)
     EXPECT_EQ(colorAt(onPage(0.5, 0.5)), QColor(Qt::white));
 }
 
+TEST_F(EditorPictures, ThePageIsRoundWhereTheSheetBelowItIs)
+{
+    QImage grey(1200, 1500, QImage::Format_RGB32);
+    grey.fill(qRgb(128, 128, 128));
+    open(EditorMode::crop, {grey});
+    item("view")->setProperty("cornerRadius", 10);
+    editor->applyZoom(8, QPointF(10, 10));
+    look();
+    const QPointF end = area->mapToScene({area->width(), area->height()});
+    EXPECT_EQ(colorAt(end - QPointF(1, 1)), QColor(Qt::white));
+    // Inside the round corner, and on both sides of where the parts meet.
+    for (const QPointF way : {
+             QPointF(5, 5), {9.5,  3   },
+               {10.5, 3   },
+               {3,    9.5 },
+               {3,    10.5},
+               {40,   40  }
+    })
+        EXPECT_THAT(colorAt(end - way), IsNearly(QColor(128, 128, 128))) << way.x();
+    // Smaller and smaller pictures, with the corner and without it.
+    while (editor->isZoomedIn()) {
+        editor->zoomOut();
+        look();
+    }
+    EXPECT_EQ(colorAt(end - QPointF(5, 5)), QColor(0xF1, 0xEF, 0xF7));
+}
+
 TEST_F(EditorPictures, BoxesAndKnobsAreDrawnAsTheyAre)
 {
     QImage white(200, 250, QImage::Format_RGB32);

@@ -56,10 +56,11 @@ protected:
     {
         const QUrl url = scan(rawPages);
         QQmlComponent component(&m_engine);
-        component.setData("import QtQuick; import QtQuick.Window; import Velmor.Editor\n"
-                          "Window { width: 720; height: 560; visible: true\n"
-                          "PageEditorView { anchors.fill: parent; focus: true } }",
-                          QUrl(QStringLiteral("qrc:/Editor.qml")));
+        component.setData(
+            "import QtQuick; import QtQuick.Window; import Velmor.Editor\n"
+            "Window { width: 720; height: 560; visible: true\n"
+            "PageEditorView { objectName: 'view'; anchors.fill: parent; focus: true } }",
+            QUrl(QStringLiteral("qrc:/Editor.qml")));
         window.reset(qobject_cast<QQuickWindow *>(component.create()));
         ASSERT_TRUE(window) << component.errorString().toStdString();
         Motion::of(m_engine)->setReduced(true);
