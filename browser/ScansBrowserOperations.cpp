@@ -4,6 +4,7 @@
 #include "pipeline/VisionOCR.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <algorithm>
 
