@@ -238,6 +238,68 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
+    <name>EditorArea</name>
+    <message>
+        <source>Page %1</source>
+        <translation>Seite %1</translation>
+    </message>
+    <message>
+        <source>Use this outline</source>
+        <translation>Diesen Umriss nehmen</translation>
+    </message>
+    <message>
+        <source>Crop along the dashed line (Tab)</source>
+        <translation>Entlang der gestrichelten Linie zuschneiden (Tab)</translation>
+    </message>
+</context>
+<context>
+    <name>EditorToolBar</name>
+    <message>
+        <source>Zoom out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Zoom in (pinch or Alt-scroll)</source>
+        <translation>Vergrößern (zwei Finger oder Alt und Mausrad)</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Previous page</source>
+        <translation>Vorige Seite</translation>
+    </message>
+    <message>
+        <source>Next page</source>
+        <translation>Nächste Seite</translation>
+    </message>
+    <message>
+        <source>Undo box</source>
+        <translation>Rahmen zurück</translation>
+    </message>
+    <message>
+        <source>Remove the last corner/box (⌫ / Ctrl+Z)</source>
+        <translation>Letzte Ecke oder letzten Rahmen entfernen (⌫ / Strg+Z)</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Anwenden</translation>
+    </message>
+    <message>
+        <source>Apply crop (⏎)</source>
+        <translation>Zuschneiden (⏎)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Close without applying (Esc)</source>
+        <translation>Schließen, ohne anzuwenden (Esc)</translation>
+    </message>
+</context>
+<context>
     <name>EnhanceSteps</name>
     <message>
         <source>Auto-enhance</source>
@@ -301,6 +363,64 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>LevelsRangeSlider</name>
+    <message>
+        <source>Black point</source>
+        <translation>Schwarzpunkt</translation>
+    </message>
+    <message>
+        <source>White point</source>
+        <translation>Weißpunkt</translation>
+    </message>
+</context>
+<context>
+    <name>MagicControls</name>
+    <message>
+        <source>Levels</source>
+        <translation>Tonwerte</translation>
+    </message>
+    <message>
+        <source>Softness</source>
+        <translation>Weichheit</translation>
+    </message>
+    <message>
+        <source>crisp</source>
+        <translation>hart</translation>
+    </message>
+    <message>
+        <source>soft</source>
+        <translation>weich</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>Auto</translation>
+    </message>
+    <message>
+        <source>Aggressive auto-adjust for best readability</source>
+        <translation>Kräftig nach bester Lesbarkeit einstellen</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Zurücksetzen</translation>
+    </message>
+    <message>
+        <source>Back to the unmodified page (Ctrl+Z)</source>
+        <translation>Zurück zur unveränderten Seite (Strg+Z)</translation>
+    </message>
+    <message>
+        <source>click to set · black then white</source>
+        <translation>klicken · erst Schwarz, dann Weiß</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Anwenden</translation>
+    </message>
+    <message>
+        <source>Apply to this page (⏎)</source>
+        <translation>Auf diese Seite anwenden (⏎)</translation>
     </message>
 </context>
 <context>
@@ -626,6 +746,60 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </message>
 </context>
 <context>
+    <name>velmor::EditorWords</name>
+    <message>
+        <source>Corner %1/4 — keep clicking</source>
+        <translation>Ecke %1/4 – weiterklicken</translation>
+    </message>
+    <message>
+        <source>Click the 4 corners of a document</source>
+        <translation>Die 4 Ecken eines Dokuments anklicken</translation>
+    </message>
+    <message>
+        <source>1 box — drag corners to adjust, add more, then Apply</source>
+        <translation>1 Rahmen – Ecken zum Anpassen ziehen, weitere hinzufügen, dann „Anwenden“</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n boxes — drag corners to adjust, add more, then Apply</source>
+        <translation>
+            <numerusform>%n Rahmen – Ecken zum Anpassen ziehen, weitere hinzufügen, dann „Anwenden“</numerusform>
+            <numerusform>%n Rahmen – Ecken zum Anpassen ziehen, weitere hinzufügen, dann „Anwenden“</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Click the darkest ink to set the black point — or drag the sliders</source>
+        <translation>Für den Schwarzpunkt die dunkelste Tinte anklicken – oder die Regler ziehen</translation>
+    </message>
+    <message>
+        <source>Now click the white paper — or drag the sliders</source>
+        <translation>Jetzt das weiße Papier anklicken – oder die Regler ziehen</translation>
+    </message>
+    <message>
+        <source>Fine-tune with the sliders, then Apply</source>
+        <translation>Mit den Reglern fein einstellen, dann „Anwenden“</translation>
+    </message>
+    <message>
+        <source>Box %1, top left corner</source>
+        <translation>Rahmen %1, Ecke oben links</translation>
+    </message>
+    <message>
+        <source>Box %1, top right corner</source>
+        <translation>Rahmen %1, Ecke oben rechts</translation>
+    </message>
+    <message>
+        <source>Box %1, bottom right corner</source>
+        <translation>Rahmen %1, Ecke unten rechts</translation>
+    </message>
+    <message>
+        <source>Box %1, bottom left corner</source>
+        <translation>Rahmen %1, Ecke unten links</translation>
+    </message>
+    <message>
+        <source>%1% from the left, %2% from the top</source>
+        <translation>%1 % von links, %2 % von oben</translation>
+    </message>
+</context>
+<context>
     <name>velmor::GlobalMenu</name>
     <message>
         <source>About VELMOR</source>
@@ -638,6 +812,47 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <message>
         <source>Quit</source>
         <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::PageEditor</name>
+    <message>
+        <source>This file can&apos;t be opened</source>
+        <translation>Diese Datei lässt sich nicht öffnen</translation>
+    </message>
+    <message>
+        <source>This page can&apos;t be shown</source>
+        <translation>Diese Seite lässt sich nicht anzeigen</translation>
+    </message>
+    <message>
+        <source>Not applied — the file isn&apos;t there any more</source>
+        <translation>Nicht angewendet – die Datei ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>Not applied — the file has been changed meanwhile</source>
+        <translation>Nicht angewendet – die Datei wurde inzwischen geändert</translation>
+    </message>
+</context>
+<context>
+    <name>velmor::PageEdits</name>
+    <message>
+        <source>Couldn&apos;t write — folder isn&apos;t writable</source>
+        <translation>Schreiben nicht möglich – der Ordner ist schreibgeschützt</translation>
+    </message>
+    <message numerus="yes">
+        <source>Cropped into %n pages</source>
+        <translation>
+            <numerusform>In %n Seite zugeschnitten</numerusform>
+            <numerusform>In %n Seiten zugeschnitten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Cropped</source>
+        <translation>Zugeschnitten</translation>
+    </message>
+    <message>
+        <source>Magic applied to page %1 — paintbrush copies it to other scans, ⌘Z undoes</source>
+        <translation>Zauber auf Seite %1 angewendet – der Pinsel überträgt ihn auf andere Scans, ⌘Z macht ihn rückgängig</translation>
     </message>
 </context>
 <context>
