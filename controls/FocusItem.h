@@ -8,8 +8,8 @@ namespace velmor {
 /// An item for the keyboard whose accessible role is its owner's to choose, which that of a control
 /// isn't.
 ///
-/// `visualFocus` tells, as that of a control does, that it has the focus and got it by the keyboard:
-/// only then a ring around it is of use. Tab comes to it.
+/// `visualFocus` tells, as that of a control does, that it has the focus and got it by the
+/// keyboard: only then a ring around it is of use. Tab comes to it.
 class FocusItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
