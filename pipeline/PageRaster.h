@@ -12,8 +12,8 @@
 /// Pixel work on pages: a PDF page to an image, and an image to a PDF page.
 ///
 /// Pure functions of their arguments, for any thread; rendering waits for a process that draws one
-/// page at a time, so it is kept off the main thread. Image coordinates have their origin at the top
-/// left, page space at the lower left; page sizes are points. Nothing is the answer wherever
+/// page at a time, so it is kept off the main thread. Image coordinates have their origin at the
+/// top left, page space at the lower left; page sizes are points. Nothing is the answer wherever
 /// memory or the page itself doesn't allow the work, and no image beyond `RawStore::maxPixels` is
 /// made.
 namespace velmor::PageRaster {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "pipeline/workers/WorkerProcess.h"
 #include "pipeline/recognizer/RecognizerMessages.h"
+#include "pipeline/workers/WorkerProcess.h"
 
 #include <QDeadlineTimer>
 

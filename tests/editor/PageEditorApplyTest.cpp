@@ -108,7 +108,8 @@ TEST_F(PageEditorApplyTest, MagicRebuildsThePageAndKeepsTheRawPages)
     ASSERT_TRUE(waitForDone());
     EXPECT_THAT(ends, ElementsAre(true));
     EXPECT_THAT(heights(), ElementsAre(100, 200, 300, 400, 500));
-    EXPECT_EQ(toast(), u"Magic applied to page 3 — paintbrush copies it to other scans, Ctrl+Z undoes");
+    EXPECT_EQ(toast(),
+              u"Magic applied to page 3 — paintbrush copies it to other scans, Ctrl+Z undoes");
     EXPECT_EQ(RawStore::pageCount(url), 5);
     EXPECT_TRUE(model->undoableFiles().contains(url));
     const auto page = PageRaster::render(*PdfDocument::open(url)->page(2), PageRaster::Dpi{72});

@@ -4,8 +4,8 @@
 // A mode that ends in "-once" applies to the first whole page or half of a page, not to a sample;
 // the file FAKE_RECOGNIZER_MARK tells that it has happened.
 
-#include "pipeline/workers/FrameChannel.h"
 #include "pipeline/recognizer/RecognizerMessages.h"
+#include "pipeline/workers/FrameChannel.h"
 
 #include <cstdlib>
 #include <fcntl.h>
