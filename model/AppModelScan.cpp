@@ -54,7 +54,7 @@ void AppModel::scan()
     setIsScanning(true);
     setStatusText(m_settings.batch ? tr("Waiting for paper…") : tr("Scanning…"));
     m_activeScanDpi = rawValue(m_settings.quality);
-    m_engine.send(scanCommand());
+    send(scanCommand());
 }
 
 void AppModel::cancel()
