@@ -2,8 +2,8 @@
 
 #include "browser/DrawerPlacement.h"
 #include "controls/Motion.h"
+#include "windows/WindowPlace.h"
 
-#include <QGuiApplication>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QScreen>
@@ -32,18 +32,6 @@ QEasingCurve easeOut()
 QEasingCurve easeIn()
 {
     return curve({0.42, 0}, {1, 1});
-}
-
-/// Wayland tells no window where it is.
-bool isPlaceKnown()
-{
-    return !QGuiApplication::platformName().startsWith(u"wayland");
-}
-
-/// The part of the screen that windows use; empty where no window knows its place.
-QRect usableScreen(const QWindow &window)
-{
-    return isPlaceKnown() && window.screen() ? window.screen()->availableGeometry() : QRect();
 }
 
 bool isMotionReduced(const GalleryPanel &panel)
@@ -139,10 +127,9 @@ bool GalleryPanel::make()
 void GalleryPanel::position(CardWindow &parent)
 {
     // Window managers keep the whole window on the screen, and that includes the shadow.
-    const QMargins shadow = QMargins() + m_child->margin();
     const DrawerPlacement placement =
         placeDrawer({m_child->cardSize(), m_child->smallestCard()}, parent.cardGeometry(),
-                    usableScreen(parent).marginsRemoved(shadow));
+                    usableScreen(parent, m_child->margin()));
     m_child->setCardSize(placement.drawer.size());
     m_child->setPlace(placement.drawer.topLeft());
     m_attachment->keepOffset(placement.parent, placement.drawer.topLeft());

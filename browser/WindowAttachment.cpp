@@ -1,16 +1,13 @@
 #include "browser/WindowAttachment.h"
 
+#include "windows/WindowPlace.h"
+
 #include <QGuiApplication>
 #include <qpa/qwindowsysteminterface.h>
 
 namespace velmor {
 
 namespace {
-
-bool onWayland()
-{
-    return QGuiApplication::platformName().startsWith(u"wayland");
-}
 
 void giveKeyboard(QWindow *window)
 {
@@ -23,16 +20,16 @@ void giveKeyboard(QWindow *window)
 WindowAttachment::WindowAttachment(CardWindow &parent, GalleryWindow &child)
     : m_parent(&parent), m_child(&child)
 {
-    if (onWayland()) {
-        child.setParent(&parent);
-        parent.installEventFilter(this);
-        child.installEventFilter(this);
-    } else {
+    if (isPlaceKnown()) {
         child.setTransientParent(&parent);
         connect(&parent, &QWindow::xChanged, this, &WindowAttachment::follow);
         connect(&parent, &QWindow::yChanged, this, &WindowAttachment::follow);
         connect(&child, &QWindow::xChanged, this, &WindowAttachment::noticeMove);
         connect(&child, &QWindow::yChanged, this, &WindowAttachment::noticeMove);
+    } else {
+        child.setParent(&parent);
+        parent.installEventFilter(this);
+        child.installEventFilter(this);
     }
     connect(&child, &CardWindow::dragged, this, &WindowAttachment::adopt);
 }
@@ -65,11 +62,11 @@ void WindowAttachment::adopt(const QPoint &topLeft)
 
 void WindowAttachment::activateChild()
 {
-    if (onWayland()) {
-        giveKeyboard(m_child);
-    } else {
+    if (isPlaceKnown()) {
         m_child->raise();
         m_child->requestActivate();
+    } else {
+        giveKeyboard(m_child);
     }
 }
 

@@ -4,10 +4,11 @@
 #include "model/Derived.h"
 #include "model/Labels.h"
 #include "pipeline/RawStore.h"
+#include "pipeline/WithoutExceptions.h"
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QtConcurrent>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <utility>
@@ -60,7 +61,7 @@ void Calibration::open()
 void Calibration::finish()
 {
     // Its sample would open the screen again.
-    if (m_scansAsked > 0)
+    if (m_model.isCalibrating())
         m_model.cancel();
     m_model.finishCalibration();
 }
@@ -86,9 +87,14 @@ QCoro::Task<> Calibration::loadNewestOriginal()
 {
     const QPointer<Calibration> self(this);
     m_isLoading = true;
+    const auto rest = qScopeGuard([self] {
+        if (self)
+            self->m_isLoading = false;
+    });
     while (m_originalToLoad) {
         const QUrl file = *std::exchange(m_originalToLoad, std::nullopt);
-        QFuture<std::optional<QImage>> decoding = QtConcurrent::run(RawStore::image, file);
+        QFuture<std::optional<QImage>> decoding =
+            inBackground([file] { return RawStore::image(file); });
         const std::optional<QImage> image = co_await decoding;
         if (!self)
             co_return;
@@ -97,7 +103,6 @@ QCoro::Task<> Calibration::loadNewestOriginal()
         m_original = image;
         Q_EMIT originalChanged();
     }
-    m_isLoading = false;
 }
 
 void Calibration::scanSample()
@@ -115,8 +120,6 @@ void Calibration::scanSample()
 void Calibration::captureSample()
 {
     m_wantsSample = m_model.devices().isEmpty();
-    if (!m_wantsSample)
-        ++m_scansAsked;
     setFailure({});
     m_model.startCalibration();
     Q_EMIT noteChanged();
@@ -131,7 +134,6 @@ void Calibration::captureWantedSample()
 
 void Calibration::followSample()
 {
-    m_scansAsked = std::max(0, m_scansAsked - 1);
     loadOriginal();
     m_model.adjustPreview();
 }
@@ -147,7 +149,6 @@ void Calibration::followFailure()
 {
     if (!m_model.lastError())
         return;
-    m_scansAsked = std::max(0, m_scansAsked - 1);
     setFailure(*m_model.lastError());
     lookForSample();
 }
@@ -162,13 +163,14 @@ QCoro::Task<> Calibration::tune(QUrl sample)
 {
     const QPointer<Calibration> self(this);
     m_isTuning = true;
-    QFuture<std::optional<Tones>> measuring = QtConcurrent::run(
+    const auto rest = qScopeGuard([self] {
+        if (self)
+            self->m_isTuning = false;
+    });
+    QFuture<std::optional<Tones>> measuring = inBackground(
         [sample] { return velmor::autoTune(RawStore::image(sample).value_or(QImage())); });
     const std::optional<Tones> tones = co_await measuring;
-    if (!self)
-        co_return;
-    m_isTuning = false;
-    if (!tones)
+    if (!self || !tones)
         co_return;
     ScanSettings settings = m_model.settings();
     settings.contrast = tones->contrast;

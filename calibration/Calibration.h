@@ -140,7 +140,6 @@ private:
     bool m_isLoading = false;
     bool m_isTuning = false;
     bool m_wantsSample = false; ///< A scan waits for the scanner.
-    int m_scansAsked = 0;       ///< Scans for this screen that the engine hasn't ended yet.
     QString m_failure;
     QString m_news;
     QString m_presetName;

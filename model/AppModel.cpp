@@ -45,7 +45,7 @@ AppModel::AppModel(Delays delays, QObject *parent)
 
     m_adjustWork.setSingleShot(true);
     m_adjustWork.setInterval(delays.adjust);
-    connect(&m_adjustWork, &QTimer::timeout, this, [this] { m_engine.send(m_adjustCommand); });
+    connect(&m_adjustWork, &QTimer::timeout, this, [this] { send(m_adjustCommand); });
 
     connect(&m_engine, &ScanEngineClient::eventReceived, this, &AppModel::handle);
     connect(&m_engine, &ScanEngineClient::launchFailed, this, &AppModel::engineNotLaunched);
@@ -62,7 +62,10 @@ AppModel::~AppModel() = default;
 
 void AppModel::setSettings(const ScanSettings &settings)
 {
+    const bool isElsewhere = settings.outputFolder != m_settings.outputFolder;
     assign(m_settings, settings, &AppModel::settingsChanged);
+    if (isElsewhere)
+        forgetPreview();
 }
 
 void AppModel::setSelectedDeviceId(const std::optional<QString> &id)
@@ -155,8 +158,15 @@ void AppModel::refreshDevices()
     m_engine.send({.cmd = QStringLiteral("listDevices")});
 }
 
+void AppModel::send(const EngineCommand &command)
+{
+    m_jobs.noteSent(command);
+    m_engine.send(command);
+}
+
 void AppModel::handle(const EngineEvent &event)
 {
+    m_jobs.noteEvent(event);
     const QString &word = event.event;
     if (word == u"ready") {
         setStatusText(readyText());

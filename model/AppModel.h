@@ -3,6 +3,7 @@
 #include "engine/ScanEngineClient.h"
 #include "model/Models.h"
 #include "model/ScanPreset.h"
+#include "model/UnansweredJobs.h"
 #include "pipeline/VisionOCR.h"
 
 #include <QCoroTask>
@@ -116,7 +117,7 @@ public:
     [[nodiscard]] std::optional<int> successCount() const { return m_successCount; }
     /// The last failure of the engine.
     [[nodiscard]] const std::optional<QString> &lastError() const { return m_lastError; }
-    /// The preview of calibration; absent before the first.
+    /// The preview of calibration; absent before the first of a sample, and of a folder.
     [[nodiscard]] const std::optional<QImage> &calibrationImage() const
     {
         return m_calibrationImage;
@@ -162,6 +163,8 @@ public:
     [[nodiscard]] bool hasCalibrationSample() const;
     /// Has one sheet captured as the sample. Without a scanner it searches for one instead.
     void startCalibration();
+    /// Whether a sample that was asked for is still to come.
+    [[nodiscard]] bool isCalibrating() const;
     /// Asks for a preview of the sample with the settings as they are now. It is sent a moment
     /// later, unless another call takes its place. Does nothing without a sample.
     void adjustPreview();
@@ -251,6 +254,7 @@ private:
     void handleDone(const EngineEvent &event);
     void handleError(const EngineEvent &event);
     void engineNotLaunched(const QString &reason);
+    void send(const EngineCommand &command);
     void flashSuccess(int pages);
 
     // AppModelScan.cpp
@@ -272,6 +276,7 @@ private:
     void loadHasCalibrated();
     void handleSample();
     void handleAdjusted(const EngineEvent &event);
+    void forgetPreview();
     QCoro::Task<> showPreviews();
 
     // AppModelFolder.cpp
@@ -330,6 +335,7 @@ private:
     EngineCommand m_adjustCommand; ///< which this does.
     QSettings m_store;
     ScanEngineClient m_engine;
+    UnansweredJobs m_jobs;
 };
 
 } // namespace velmor

@@ -1,11 +1,12 @@
 #include "model/AppModel.h"
 #include "pipeline/RawStore.h"
+#include "pipeline/WithoutExceptions.h"
 
 #include <QCoroFuture>
 #include <QDir>
 #include <QFileInfo>
 #include <QPointer>
-#include <QtConcurrent>
+#include <QScopeGuard>
 
 #include <utility>
 
@@ -52,7 +53,12 @@ void AppModel::startCalibration()
     setStatusText(tr("Calibration scan…"));
     EngineCommand command = captureCommand(QStringLiteral("calibrate"));
     command.output = EngineCommand::Output{nextOutputPath(), QStringLiteral("png")};
-    m_engine.send(command);
+    send(command);
+}
+
+bool AppModel::isCalibrating() const
+{
+    return m_jobs.contains(QStringLiteral("calibrate"));
 }
 
 void AppModel::adjustPreview()
@@ -90,8 +96,7 @@ void AppModel::handleSample()
     setIsScanning(false);
     setSearching(false);
     setStatusText(tr("Calibration ready"));
-    m_previewToShow.reset();
-    assign(m_calibrationImage, std::nullopt, &AppModel::calibrationImageChanged);
+    forgetPreview();
     assign(m_calibrationSampleVersion, m_calibrationSampleVersion + 1,
            &AppModel::calibrationSampleVersionChanged);
     setShowCalibration(true);
@@ -107,22 +112,33 @@ void AppModel::handleAdjusted(const EngineEvent &event)
         showPreviews();
 }
 
+/// What was made of another sample doesn't show what the settings do to this one.
+void AppModel::forgetPreview()
+{
+    m_previewToShow.reset();
+    assign(m_calibrationImage, std::nullopt, &AppModel::calibrationImageChanged);
+}
+
 /// Decodes one preview at a time, always the newest by then, and none of a former sample.
 QCoro::Task<> AppModel::showPreviews()
 {
     const QPointer<AppModel> self(this);
     m_isShowingPreviews = true;
+    const auto rest = qScopeGuard([self] {
+        if (self)
+            self->m_isShowingPreviews = false;
+    });
     while (m_previewToShow) {
         const QUrl file = *std::exchange(m_previewToShow, std::nullopt);
-        const int sample = m_calibrationSampleVersion;
-        QFuture<std::optional<QImage>> decoding = QtConcurrent::run(RawStore::image, file);
+        const auto sample = std::pair(m_calibrationSampleVersion, m_settings.outputFolder);
+        QFuture<std::optional<QImage>> decoding =
+            inBackground([file] { return RawStore::image(file); });
         const std::optional<QImage> image = co_await decoding;
         if (!self)
             co_return;
-        if (image && sample == m_calibrationSampleVersion)
+        if (image && sample == std::pair(m_calibrationSampleVersion, m_settings.outputFolder))
             assign(m_calibrationImage, image, &AppModel::calibrationImageChanged);
     }
-    m_isShowingPreviews = false;
 }
 
 } // namespace velmor

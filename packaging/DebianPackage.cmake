@@ -29,6 +29,9 @@ Velmor scans with one button: the pages in the scanner become one PDF, with
 the text in it to search and to copy, filed by date. The untouched page images
 are kept beside it, so that no later edit ever loses quality.
 
+Saved scans can be cut out of their pages, straightened and given other
+levels, turned, merged, split and renamed; PDF files and images come in too.
+
 It works with scanners on USB and on the network, with all that SANE drives,
 from a window of its own or from the command line.")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

@@ -11,12 +11,7 @@ namespace {
 
 const QString sampleName = QStringLiteral(".velmor_raw.png");
 
-Fault stopped()
-{
-    return {QStringLiteral("The calibration was stopped.")};
-}
-
-Result<QImage> captureSheet(ScanSession &session, int dpi, const std::stop_token &stop)
+SheetResult captureSheet(ScanSession &session, int dpi, const std::stop_token &stop)
 {
     const FeedResult fed = session.feedSheet(WhenEmpty::finish, stop);
     if (const Fault *fault = faultOf(fed))
@@ -25,24 +20,24 @@ Result<QImage> captureSheet(ScanSession &session, int dpi, const std::stop_token
         return Fault{QStringLiteral("There is no paper in the feeder. Put a page in and calibrate "
                                     "again.")};
     if (std::holds_alternative<Cancelled>(fed))
-        return stopped();
+        return Cancelled();
     const SheetResult sheet = session.readSheet(stop);
     if (const Fault *fault = faultOf(sheet))
         return *fault;
     if (std::holds_alternative<Cancelled>(sheet))
-        return stopped();
-    const auto sample = atResolution(std::get<QImage>(sheet), dpi);
+        return Cancelled();
+    auto sample = atResolution(std::get<QImage>(sheet), dpi);
     if (!sample)
         return Fault{QStringLiteral("The page is too large to scan at %1 dpi. Calibrate again at a "
                                     "lower resolution.")
                          .arg(dpi)};
-    return *sample;
+    return *std::move(sample);
 }
 
 } // namespace
 
-Result<QString> captureSample(const Command &command, const DriverList &drivers,
-                              const std::stop_token &stop)
+SampleResult captureSample(const Command &command, const DriverList &drivers,
+                           const std::stop_token &stop)
 {
     const auto settings = captureSettingsOf(command);
     if (const Fault *fault = faultOf(settings))
@@ -55,11 +50,13 @@ Result<QString> captureSample(const Command &command, const DriverList &drivers,
     if (const Fault *fault = faultOf(opened))
         return *fault;
     if (std::holds_alternative<Cancelled>(opened))
-        return stopped();
+        return Cancelled();
     const auto sheet =
         captureSheet(*std::get<std::unique_ptr<ScanSession>>(opened), captureSettings.dpi, stop);
     if (const Fault *fault = faultOf(sheet))
         return *fault;
+    if (std::holds_alternative<Cancelled>(sheet))
+        return Cancelled();
     QString path = QDir(captureSettings.outputFolder).filePath(sampleName);
     if (const auto fault = replacePng(std::get<QImage>(sheet), path, Flushing::atOnce))
         return *fault;

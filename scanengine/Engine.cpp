@@ -17,18 +17,23 @@ constexpr std::chrono::milliseconds searchPatience{10'000};
 
 using AnswerEvent = QJsonObject (*)(const QString &file);
 
-/// Does `work`, which makes one file, and answers with `event` or an error.
+/// Does `work`, which makes one file, and answers with `event` or an error, or as a scan without
+/// pages does when it was cancelled.
 template <typename Work> void answerWithFile(OutputWriter &output, AnswerEvent event, Work work)
 {
-    Result<QString> file = Fault{QStringLiteral("There is not enough memory. Calibrate again at a "
-                                                "lower resolution.")};
+    SampleResult file = Fault{QStringLiteral("There is not enough memory. Calibrate again at a "
+                                             "lower resolution.")};
     try {
-        file = work();
+        file = std::visit([](auto outcome) { return SampleResult(std::move(outcome)); }, work());
     } catch (const std::bad_alloc &) {
         // Then the sentence above is the answer.
     }
-    const Fault *fault = faultOf(file);
-    output.write(fault ? event::error(fault->message) : event(std::get<QString>(file)));
+    if (const Fault *fault = faultOf(file))
+        output.write(event::error(fault->message));
+    else if (std::holds_alternative<Cancelled>(file))
+        output.write(event::done({}, {}));
+    else
+        output.write(event(std::get<QString>(file)));
 }
 
 } // namespace

@@ -19,7 +19,7 @@
 ///     command        answered by
 ///     listDevices    devices
 ///     scan           scanStarted, any number of status and page, then one done or one error
-///     calibrate      sample, or error, also when cancelled
+///     calibrate      sample, or error, or when cancelled a done without pages
 ///     adjust         adjusted, or error
 ///     cancel         nothing of its own: it ends every scan and calibration that was asked for
 ///     quit           nothing: the process ends

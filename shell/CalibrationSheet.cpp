@@ -1,10 +1,9 @@
 #include "shell/CalibrationSheet.h"
 
 #include "calibration/Calibration.h"
+#include "windows/WindowPlace.h"
 
-#include <QGuiApplication>
 #include <QQmlComponent>
-#include <QScreen>
 
 #include <algorithm>
 #include <memory>
@@ -39,16 +38,6 @@ CardWindow *makeWindow(AppModel &model, QQmlEngine &engine)
     QQmlEngine::setObjectOwnership(window, QQmlEngine::CppOwnership);
     calibration.release()->setParent(window);
     return window;
-}
-
-/// The part of the screen that windows use, less the room for a shadow; empty where no window knows
-/// its place.
-QRect usableScreen(const CardWindow &window)
-{
-    const bool placeKnown = !QGuiApplication::platformName().startsWith(u"wayland");
-    if (!placeKnown || !window.screen())
-        return {};
-    return window.screen()->availableGeometry().marginsRemoved(QMargins() + window.margin());
 }
 
 } // namespace
@@ -92,8 +81,8 @@ void CalibrationSheet::open()
     if (!m_window)
         return;
     m_window->setTransientParent(&m_parent);
-    m_window->setCardPosition(
-        sheetPosition(m_window->cardSize(), m_parent.cardGeometry(), usableScreen(m_parent)));
+    m_window->setCardPosition(sheetPosition(m_window->cardSize(), m_parent.cardGeometry(),
+                                            usableScreen(m_parent, m_parent.margin())));
     m_window->show();
     m_window->raise();
     m_window->requestActivate();

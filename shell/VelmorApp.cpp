@@ -8,10 +8,10 @@
 #include "shell/AppDelegate.h"
 #include "shell/AppInfo.h"
 #include "shell/FolderPortal.h"
+#include "shell/WaylandSeat.h"
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QInputDevice>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
 #include <QSessionManager>
@@ -43,17 +43,15 @@ void chooseWindowSystem()
         qputenv("QT_QPA_PLATFORM", "wayland");
 }
 
-/// A Wayland that has neither keyboard nor pointer, one that is looked at from afar for example:
-/// Qt 6.4's own input method crashes there as soon as a text asks for the way it is written. Which
-/// one it takes is decided when the application object is made, so the program starts once more.
-void avoidInputMethodWithoutSeat(char **argv)
+/// Qt 6.4's own input method for Wayland crashes where there is no seat, as soon as a text asks for
+/// the way it is written. Which one it takes is decided when the application object is made.
+void avoidInputMethodWithoutSeat()
 {
     constexpr auto inputMethod = "QT_IM_MODULE";
-    if (!QGuiApplication::platformName().startsWith(u"wayland") ||
-        !QInputDevice::devices().isEmpty() || qEnvironmentVariableIsSet(inputMethod))
-        return;
-    qputenv(inputMethod, "compose");
-    execv("/proc/self/exe", argv);
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (!qEnvironmentVariableIsSet(inputMethod) &&
+        (platform.isEmpty() || platform.startsWith("wayland")) && isWaylandWithoutSeat())
+        qputenv(inputMethod, "compose");
 }
 
 /// A display without OpenGL has pictures drawn by the processor.
@@ -69,6 +67,7 @@ void chooseRenderer()
 std::unique_ptr<QGuiApplication> makeApplication(int &argc, char **argv)
 {
     chooseWindowSystem();
+    avoidInputMethodWithoutSeat();
     // The other way, scalable pictures of the letters, makes them softer and medium ones too light.
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     // A translucent window can't become one later.
@@ -81,7 +80,6 @@ std::unique_ptr<QGuiApplication> makeApplication(int &argc, char **argv)
         application = std::make_unique<QGuiApplication>(argc, argv);
     }
     qInstallMessageHandler(handler);
-    avoidInputMethodWithoutSeat(argv);
 
     QCoreApplication::setApplicationName(QStringLiteral("Velmor"));
     QCoreApplication::setApplicationVersion(QStringLiteral(VELMOR_VERSION));

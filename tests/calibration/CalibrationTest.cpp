@@ -86,6 +86,7 @@ TEST_F(CalibrationTest, AnotherFolderHasASampleOfItsOwn)
     ASSERT_TRUE(originalBecomes(60));
     model->setOutputFolder(first);
     EXPECT_TRUE(calibration->hasSample());
+    EXPECT_FALSE(calibration->hasResult()) << "none of another sample is shown for this one";
     ASSERT_TRUE(originalBecomes(100));
     ASSERT_TRUE(resultBecomes(100));
     EXPECT_EQ(model->settings().contrast, 0);
@@ -133,6 +134,11 @@ TEST_F(CalibrationTest, WhatGoesWrongIsToldUntilTheNextScan)
     open();
     ASSERT_TRUE(waitUntil([&] { return calibration->hasFailed(); }));
     EXPECT_THAT(calibration->note().toStdString(), HasSubstr("no paper"));
+    EXPECT_EQ(calibration->news(), calibration->note());
+    calibration->scanSample();
+    EXPECT_FALSE(calibration->hasFailed());
+    EXPECT_EQ(calibration->news(), u"Calibration scan…");
+    ASSERT_TRUE(waitUntil([&] { return calibration->hasFailed(); })) << "the same once more";
     EXPECT_EQ(calibration->news(), calibration->note());
     putPage(QStringLiteral("1.png"), 100);
     calibration->scanSample();
@@ -183,6 +189,21 @@ TEST_F(CalibrationTest, ClosedInMidScanItStopsTheScan)
     model->refreshDevices();
     ASSERT_TRUE(waitUntil([&] { return engine->receivedWords().count("listDevices") == 2; }));
     EXPECT_EQ(engine->receivedWords().count("cancel"), 1);
+}
+
+TEST_F(CalibrationTest, ClosedInMidScanAfterAPreviewFailedItStopsTheScan)
+{
+    // The error answers the preview that was asked for before.
+    startEngine("calibrate: print {\"event\":\"error\",\"message\":\"No preview\"}\n"
+                "cancel: print {\"event\":\"done\"}\n");
+    ASSERT_TRUE(noise({10, 10}).save(model->rawCalibrationPath().toLocalFile()));
+    open();
+    ASSERT_TRUE(waitUntil([&] { return engine->receivedWords().contains("adjust"); }));
+    calibration->scanSample();
+    ASSERT_TRUE(waitUntil([&] { return calibration->hasFailed(); }));
+    EXPECT_TRUE(model->isCalibrating());
+    calibration->finish();
+    ASSERT_TRUE(waitUntil([&] { return !model->isCalibrating(); }));
 }
 
 TEST_F(CalibrationTest, OpenedDuringAScanItWaitsForItsEnd)

@@ -1,13 +1,9 @@
 // The calibration screen as the user sees and handles it.
 
-#include "controls/Motion.h"
+#include "tests/ViewFixture.h"
 #include "tests/calibration/CalibrationFixture.h"
 
 #include <QFontMetricsF>
-#include <QQmlEngine>
-#include <QQuickItem>
-#include <QQuickView>
-#include <QTest>
 
 #include <cstdlib>
 #include <cstring>
@@ -17,60 +13,20 @@ namespace {
 
 using testing::ElementsAre;
 
-class CalibrationViewTest : public CalibrationFixture {
+class CalibrationViewTest : public ViewFixture<CalibrationFixture> {
 protected:
-    ~CalibrationViewTest() override { view.reset(); }
-
-    void show()
+    void open()
     {
         calibration = std::make_unique<Calibration>(*model);
-        view = std::make_unique<QQuickView>();
-        view->engine()->addImportPath(QStringLiteral(":/qt/qml"));
-        view->setInitialProperties({
-            {QStringLiteral("calibration"), QVariant::fromValue(calibration.get())}
-        });
-        QObject::connect(view->engine(), &QQmlEngine::warnings, [](const QList<QQmlError> &errors) {
-            for (const QQmlError &error : errors)
-                ADD_FAILURE() << error.toString().toStdString();
-        });
-        view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Velmor/Calibration/CalibrationView.qml")));
-        ASSERT_EQ(view->status(), QQuickView::Ready);
-        view->rootObject()->setFocus(true);
-        view->show();
-        view->requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(view.get()));
+        ASSERT_NO_FATAL_FAILURE(
+            load(QStringLiteral("qrc:/qt/qml/Velmor/Calibration/CalibrationView.qml"),
+                 {
+                     {QStringLiteral("calibration"), QVariant::fromValue(calibration.get())}
+        }));
+        view.rootObject()->setFocus(true);
+        ASSERT_NO_FATAL_FAILURE(show());
         calibration->open();
         settle();
-    }
-
-    void settle()
-    {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::processEvents();
-        view->grabWindow();
-    }
-
-    QQuickItem *item(const char *name)
-    {
-        return find(*view->contentItem(), QString::fromUtf8(name));
-    }
-
-    QRectF place(const char *name)
-    {
-        QQuickItem *found = item(name);
-        return found ? found->mapRectToScene(QRectF(QPointF(), found->size())) : QRectF();
-    }
-
-    void click(const char *name)
-    {
-        ASSERT_TRUE(item(name)) << name;
-        QTest::mouseClick(view.get(), Qt::LeftButton, {}, place(name).center().toPoint());
-        settle();
-    }
-
-    QString focused() const
-    {
-        return view->activeFocusItem() ? view->activeFocusItem()->objectName() : QString();
     }
 
     static double lineHeight(int size)
@@ -78,22 +34,6 @@ protected:
         QFont font = QGuiApplication::font();
         font.setPixelSize(size);
         return QFontMetricsF(font).height();
-    }
-
-    std::unique_ptr<QQuickView> view;
-
-private:
-    static QQuickItem *find(QQuickItem &root, const QString &name)
-    {
-        if (!root.isVisible())
-            return nullptr;
-        if (root.objectName() == name)
-            return &root;
-        for (QQuickItem *child : root.childItems()) {
-            if (QQuickItem *found = find(*child, name))
-                return found;
-        }
-        return nullptr;
     }
 };
 
@@ -103,7 +43,7 @@ TEST_F(CalibrationViewTest, StandsWhereItShould)
     model->saveCurrentAsPreset(QStringLiteral("Receipts"));
     model->saveCurrentAsPreset(QStringLiteral("Letters"));
     ASSERT_NO_FATAL_FAILURE(findScanner());
-    ASSERT_NO_FATAL_FAILURE(show());
+    ASSERT_NO_FATAL_FAILURE(open());
     EXPECT_EQ(place("placeholder"), QRectF(22, place("sampleArea").top(), 576, 340));
     ASSERT_TRUE(resultBecomes(100));
     settle();
@@ -115,7 +55,7 @@ TEST_F(CalibrationViewTest, StandsWhereItShould)
         const char *what;
         double is, wanted;
     } cases[] = {
-        {"width",                   double(view->width()),                                      620                    },
+        {"width",                   double(view.width()),                                       620                    },
         {"title, left",             place("title").left(),                                      22                     },
         {"button, top",             place("done").top(),                                        22                     },
         {"button, right",           place("done").right(),                                      620 - 22               },
@@ -139,7 +79,7 @@ TEST_F(CalibrationViewTest, StandsWhereItShould)
         {"name to its button",      place("savePreset").left() - place("presetName").right(),   10                     },
         {"actions to presets",      place("presetsLabel").top() - place("savePreset").bottom(), 16                     },
         {"presets under the label", presets.top() - place("presetsLabel").bottom(),             16                     },
-        {"presets to the end",      view->height() - presets.bottom(),                          22                     },
+        {"presets to the end",      view.height() - presets.bottom(),                           22                     },
     };
     for (const auto &c : cases)
         EXPECT_NEAR(c.is, c.wanted, 0.75) << c.what;
@@ -152,22 +92,22 @@ TEST_F(CalibrationViewTest, TheKeyboardReachesEverything)
     putPage(QStringLiteral("1.png"), 100);
     model->saveCurrentAsPreset(QStringLiteral("Receipts"));
     ASSERT_NO_FATAL_FAILURE(findScanner());
-    ASSERT_NO_FATAL_FAILURE(show());
+    ASSERT_NO_FATAL_FAILURE(open());
     ASSERT_TRUE(resultBecomes(100));
     EXPECT_EQ(focused(), u"brightnessSlider");
-    QTest::keyClick(view.get(), Qt::Key_Right);
+    QTest::keyClick(&view, Qt::Key_Right);
     EXPECT_EQ(model->settings().brightness, 10);
 
     QStringList order;
     for (int i = 0; i < 8; ++i) {
-        QTest::keyClick(view.get(), Qt::Key_Tab);
+        QTest::keyClick(&view, Qt::Key_Tab);
         order.append(focused());
     }
     // A segment of the colour modes and the button of a preset bear no names.
     EXPECT_THAT(order, ElementsAre(u"contrastSlider", u"autoTune", u"presetName", u"", u"done",
                                    u"scanAgain", u"", u"brightnessSlider"));
     model->setShowCalibration(true);
-    QTest::keyClick(view.get(), Qt::Key_Escape);
+    QTest::keyClick(&view, Qt::Key_Escape);
     EXPECT_FALSE(model->showCalibration());
 }
 
@@ -175,7 +115,7 @@ TEST_F(CalibrationViewTest, ASliderStoresAndShowsTenths)
 {
     putPage(QStringLiteral("1.png"), 100);
     ASSERT_NO_FATAL_FAILURE(findScanner());
-    ASSERT_NO_FATAL_FAILURE(show());
+    ASSERT_NO_FATAL_FAILURE(open());
     ASSERT_TRUE(resultBecomes(100));
     click("brightnessSlider");
     EXPECT_NEAR(model->settings().brightness, 0, 5) << "clicked in the middle";
@@ -199,10 +139,10 @@ TEST_F(CalibrationViewTest, APreviewInBlackAndWhiteIsReducedToGreys)
     const QString file = scansPath() + QStringLiteral("/.velmor_raw.png");
     ASSERT_TRUE(lines.save(file));
     startEngine("adjust: print {\"event\":\"adjusted\",\"file\":\"" + file.toUtf8() + "\"}\n");
-    ASSERT_NO_FATAL_FAILURE(show());
+    ASSERT_NO_FATAL_FAILURE(open());
     EXPECT_TRUE(waitUntil([&] {
-        const QImage shown = view->grabWindow();
-        const double scale = double(shown.width()) / view->width();
+        const QImage shown = view.grabWindow();
+        const double scale = double(shown.width()) / view.width();
         const QPointF middle = (place("result").center() + QPointF(0, 10)) * scale;
         return std::abs(shown.pixelColor(middle.toPoint()).lightness() - 128) < 30;
     }));
@@ -211,7 +151,7 @@ TEST_F(CalibrationViewTest, APreviewInBlackAndWhiteIsReducedToGreys)
 TEST_F(CalibrationViewTest, WithoutASampleThereIsNothingToTuneButAWayToScan)
 {
     ASSERT_NO_FATAL_FAILURE(findScanner());
-    ASSERT_NO_FATAL_FAILURE(show());
+    ASSERT_NO_FATAL_FAILURE(open());
     ASSERT_TRUE(waitUntil([&] { return calibration->hasFailed(); }));
     settle();
     EXPECT_FALSE(item("autoTune")->isEnabled());
@@ -227,9 +167,9 @@ TEST_F(CalibrationViewTest, WithoutASampleThereIsNothingToTuneButAWayToScan)
 
     click("presetName");
     for (const char key : {'P', 'a', 'l', 'e'})
-        QTest::keyClick(view.get(), key);
+        QTest::keyClick(&view, key);
     EXPECT_TRUE(item("savePreset")->isEnabled());
-    QTest::keyClick(view.get(), Qt::Key_Return);
+    QTest::keyClick(&view, Qt::Key_Return);
     settle();
     EXPECT_THAT(calibration->presetNames(), ElementsAre(u"Pale"));
     EXPECT_EQ(item("presetName")->property("text").toString(), QString());
