@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QScopeGuard>
 
 namespace velmor {
 
@@ -32,6 +33,10 @@ QCoro::Task<> ScanImports::work()
             browser->tell(tr("Importing page %1 of %2…").arg(done + 1).arg(total));
     };
     m_isBusy = true;
+    const auto rest = qScopeGuard([self] {
+        if (self)
+            self->m_isBusy = false;
+    });
     while (self && browser && browser->model() && !m_waiting.isEmpty()) {
         const QList<QUrl> files = m_waiting.takeFirst();
         const QPointer<AppModel> model(browser->model());
@@ -40,8 +45,6 @@ QCoro::Task<> ScanImports::work()
         if (browser && browser->model())
             browser->showNew(outcome.saved, outcome.message());
     }
-    if (self)
-        m_isBusy = false;
 }
 
 } // namespace velmor

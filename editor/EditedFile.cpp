@@ -4,12 +4,12 @@
 #include "pipeline/PageRaster.h"
 #include "pipeline/PageSource.h"
 #include "pipeline/RawStore.h"
+#include "pipeline/WithoutExceptions.h"
 
 #include <QFile>
 #include <QThreadPool>
 #include <QtConcurrent>
 
-#include <exception>
 #include <sys/stat.h>
 
 namespace velmor {
@@ -17,16 +17,6 @@ namespace velmor {
 namespace {
 
 using WeakWish = std::weak_ptr<const int>;
-
-/// Memory that runs out on a background thread costs the page, not the process.
-template <typename Work> auto withoutExceptions(Work work) -> decltype(work())
-{
-    try {
-        return work();
-    } catch (const std::exception &) {
-        return {};
-    }
-}
 
 /// The thread that takes pages out of opened documents, which serve one thread at a time.
 QThreadPool &documentThread()

@@ -1,11 +1,11 @@
 #include "model/AppModel.h"
 #include "pipeline/RawStore.h"
+#include "pipeline/WithoutExceptions.h"
 
 #include <QCoroFuture>
 #include <QDir>
 #include <QFileInfo>
 #include <QPointer>
-#include <QtConcurrent>
 
 #include <utility>
 
@@ -115,7 +115,8 @@ QCoro::Task<> AppModel::showPreviews()
     while (m_previewToShow) {
         const QUrl file = *std::exchange(m_previewToShow, std::nullopt);
         const int sample = m_calibrationSampleVersion;
-        QFuture<std::optional<QImage>> decoding = QtConcurrent::run(RawStore::image, file);
+        QFuture<std::optional<QImage>> decoding =
+            inBackground([file] { return RawStore::image(file); });
         const std::optional<QImage> image = co_await decoding;
         if (!self)
             co_return;

@@ -2,12 +2,12 @@
 #include "pipeline/RawStore.h"
 #include "pipeline/TextRecognition.h"
 #include "pipeline/VisionOCR.h"
+#include "pipeline/WithoutExceptions.h"
 
 #include <QCoroFuture>
 #include <QDateTime>
 #include <QDir>
 #include <QPointer>
-#include <QtConcurrent>
 
 #include <algorithm>
 
@@ -25,7 +25,7 @@ bool namesPdf(const QString &path)
 /// Why text can't be recognised at all, looked up in the background, if it is `wanted`.
 QFuture<std::optional<QString>> lookForProblem(bool wanted)
 {
-    return wanted ? QtConcurrent::run(recognitionProblem)
+    return wanted ? inBackground(recognitionProblem)
                   : QtFuture::makeReadyFuture(std::optional<QString>());
 }
 

@@ -6,6 +6,7 @@
 #include "pipeline/PdfDocument.h"
 #include "pipeline/RawStore.h"
 #include "pipeline/TextRecognition.h"
+#include "pipeline/WithoutExceptions.h"
 
 #include <QCoreApplication>
 #include <QCoroFuture>
@@ -250,7 +251,7 @@ QCoro::Task<ImportOutcome> importFiles(QPointer<AppModel> model, QList<QUrl> fil
         };
     const bool isAssembled = co_await VisionOCR::assemblePdf(prepared.pages, ocr, write, progress);
     if (ocr) {
-        QFuture<std::optional<QString>> lookUp = QtConcurrent::run(recognitionProblem);
+        QFuture<std::optional<QString>> lookUp = inBackground(recognitionProblem);
         const std::optional<QString> problem = co_await lookUp;
         outcome.textProblem = problem.value_or(QString());
     }

@@ -6,13 +6,13 @@
 #include "pipeline/Perspective.h"
 #include "pipeline/RawStore.h"
 #include "pipeline/TextRecognition.h"
+#include "pipeline/WithoutExceptions.h"
 
 #include <QCoroFuture>
 #include <QFile>
+#include <QScopeGuard>
 #include <QtConcurrent>
 
-#include <exception>
-#include <type_traits>
 #include <utility>
 
 namespace velmor::VisionOCR {
@@ -50,7 +50,9 @@ std::optional<EncodedImage> encodedFile(const QString &path, const QImage &image
 template <typename Encode>
 std::optional<PdfPage> pageWithText(const QImage &image, QSizeF size, Encode encode)
 {
-    QFuture<std::optional<EncodedImage>> encoding = QtConcurrent::run(encode);
+    QFuture<std::optional<EncodedImage>> encoding = inBackground(encode);
+    // It reads what the caller owns, so it ends first, whatever happens here.
+    const auto finish = qScopeGuard([&] { encoding.waitForFinished(); });
     const std::vector<OcrLine> lines = recognizeSync(image);
     const std::optional<EncodedImage> encoded = encoding.takeResult();
     return encoded ? PageRaster::makePage(*encoded, size, lines) : std::nullopt;
@@ -63,17 +65,6 @@ std::optional<PdfPage> builtPage(const QImage &image, QSizeF size, bool ocr, Enc
         return pageWithText(image, size, encode);
     const std::optional<EncodedImage> encoded = encode();
     return encoded ? PageRaster::makePage(*encoded, size, {}) : std::nullopt;
-}
-
-/// Memory that runs out on a background thread costs the page, not the process: `work` answers
-/// nothing then.
-template <typename Work> std::invoke_result_t<Work> withoutExceptions(Work work)
-{
-    try {
-        return work();
-    } catch (const std::exception &) {
-        return std::nullopt;
-    }
 }
 
 std::optional<PdfPage> pageFromFile(const QString &path, double dpi, bool ocr)

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "pipeline/WithoutExceptions.h"
+
 #include <QFutureWatcher>
 #include <QPromise>
 #include <QThreadPool>
 
-#include <exception>
 #include <functional>
 #include <memory>
 #include <type_traits>
@@ -21,11 +22,7 @@ QFuture<std::invoke_result_t<Work>> runIn(QThreadPool &pool, int priority, Work 
     promise->start();
     const QFuture<Answer> future = promise->future();
     const auto task = [promise, work = std::move(work)] {
-        try {
-            promise->addResult(work());
-        } catch (const std::exception &) {
-            promise->addResult(Answer());
-        }
+        promise->addResult(withoutExceptions(work));
         promise->finish();
     };
     pool.start(task, priority);
