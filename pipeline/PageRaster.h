@@ -12,8 +12,8 @@
 /// Pixel work on pages: a PDF page to an image, and an image to a PDF page.
 ///
 /// Pure functions of their arguments, for any thread; rendering waits for a process that draws one
-/// page at a time, so it is kept off the main thread. Image coordinates have their origin at the top
-/// left, page space at the lower left; page sizes are points. Nothing is the answer wherever
+/// page at a time, so it is kept off the main thread. Image coordinates have their origin at the
+/// top left, page space at the lower left; page sizes are points. Nothing is the answer wherever
 /// memory or the page itself doesn't allow the work, and no image beyond `RawStore::maxPixels` is
 /// made.
 namespace velmor::PageRaster {
@@ -39,7 +39,8 @@ struct Dpi {
 [[nodiscard]] std::optional<QImage> render(const PdfPage &page, Dpi dpi);
 
 /// The part of the page within `part`, in page space and within the crop box, as shown, rotation
-/// included, on white, at exactly `pixels`.
+/// included, on white, at exactly `pixels`. For the screen: a page that takes long is given up
+/// sooner than the others.
 [[nodiscard]] std::optional<QImage> render(const PdfPage &page, const QRectF &part, QSize pixels);
 
 /// `image` reduced so that its longer side has at most `maxDim` pixels; the image itself if it
