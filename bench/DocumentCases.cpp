@@ -48,7 +48,7 @@ private:
         return image ? PageRaster::makePage(*image, QSizeF(595.2, 841.92), {}) : std::nullopt;
     }
 
-    QTemporaryDir m_folder{QStringLiteral("velmor_bench-XXXXXX")};
+    QTemporaryDir m_folder{QDir::tempPath() + QStringLiteral("/velmor_bench-XXXXXX")};
     bool m_made = false;
 };
 

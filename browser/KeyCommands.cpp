@@ -58,10 +58,12 @@ bool KeyCommands::eventFilter(QObject *receiver, QEvent *event)
         return false;
     if (!m_isEnabled || textHasFocus())
         return false;
-    const std::optional<QString> command = keyCommand(*static_cast<QKeyEvent *>(event));
+    const auto &press = *static_cast<QKeyEvent *>(event);
+    const std::optional<QString> command = keyCommand(press);
     if (!command)
         return false;
-    Q_EMIT key(*command);
+    if (!press.isAutoRepeat())
+        Q_EMIT key(*command);
     return true;
 }
 

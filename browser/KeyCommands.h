@@ -15,7 +15,7 @@ namespace velmor {
 ///
 /// It has no content. It hears every key press of the application, and takes those that its own
 /// window receives: not while `isEnabled` is false, and not while a text field has the focus.
-/// What it takes goes nowhere else. Main thread.
+/// What it takes goes nowhere else. A key that is held down is one command. Main thread.
 class KeyCommands : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

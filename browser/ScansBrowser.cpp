@@ -1,6 +1,5 @@
 #include "browser/ScansBrowser.h"
 
-#include <QFileInfo>
 #include <QGuiApplication>
 
 #include <algorithm>
@@ -45,7 +44,7 @@ void ScansBrowser::noticeChanges()
     // What vanished keeps its stamp: another file may come under its name.
     QList<QUrl> changed;
     for (const ScanResult &result : m_model->results()) {
-        const Stamp stamp = stampOf(result.url);
+        const FileStamp stamp = stampOf(result.url);
         const auto former = m_stamps.constFind(result.url);
         if (former != m_stamps.cend() && *former != stamp)
             changed.append(result.url);
@@ -53,12 +52,6 @@ void ScansBrowser::noticeChanges()
     }
     Q_EMIT resultsChanged();
     raise(changed);
-}
-
-ScansBrowser::Stamp ScansBrowser::stampOf(const QUrl &url)
-{
-    const QFileInfo file(url.toLocalFile());
-    return {file.lastModified(), file.size()};
 }
 
 QUrl ScansBrowser::urlAt(int place) const
@@ -200,7 +193,8 @@ void ScansBrowser::finishEditing(bool changed)
     if (!changed || !file)
         return;
     raise({*file});
-    m_model->loadResults();
+    if (m_model)
+        m_model->loadResults();
 }
 
 void ScansBrowser::handleKey(const QString &name)
@@ -272,7 +266,8 @@ void ScansBrowser::raise(const QList<QUrl> &files)
 void ScansBrowser::bump(const QString &message)
 {
     setNote(message);
-    m_model->loadResults();
+    if (m_model)
+        m_model->loadResults();
 }
 
 } // namespace velmor

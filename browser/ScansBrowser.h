@@ -3,9 +3,9 @@
 #include "browser/FolderWatch.h"
 #include "model/AppModel.h"
 #include "model/EditRequest.h"
+#include "model/FileStamp.h"
 #include "preview/PDFViewBox.h"
 
-#include <QDateTime>
 #include <QHash>
 #include <QList>
 #include <QObject>
@@ -147,15 +147,6 @@ Q_SIGNALS:
     void editorChanged();
 
 private:
-    /// What tells that a file was replaced or changed.
-    struct Stamp {
-        QDateTime changed;
-        qint64 size = -1;
-
-        bool operator==(const Stamp &) const = default;
-    };
-
-    [[nodiscard]] static Stamp stampOf(const QUrl &url);
     [[nodiscard]] int count() const;
     [[nodiscard]] int markedCount() const { return static_cast<int>(m_selection.size()); }
     [[nodiscard]] bool hasPreview() const { return previewURL().has_value(); }
@@ -181,7 +172,7 @@ private:
     qreal m_thumbSize = 150;
     std::optional<QString> m_note;
     QHash<QUrl, int> m_rev;
-    QHash<QUrl, Stamp> m_stamps; ///< Of the files as they were when their revision was counted.
+    QHash<QUrl, FileStamp> m_stamps; ///< Of the files as they were when their revision was counted.
     FolderWatch m_watch;
     std::optional<QUrl> m_editorURL;
     std::optional<EditorMode> m_editorMode;

@@ -4,9 +4,9 @@
 #include "pipeline/VisionOCR.h"
 
 #include <QFile>
-#include <QFileInfo>
 
 #include <algorithm>
+#include <utility>
 
 namespace velmor {
 
@@ -117,14 +117,19 @@ QCoro::Task<> ScansBrowser::repeatMagic(MagicSettings levels, QList<QUrl> files)
 {
     const QPointer<ScansBrowser> self = this;
     const QPointer<AppModel> model = m_model;
-    const std::function<bool(const PdfDocument &, const QUrl &)> write =
-        [model](const PdfDocument &document, const QUrl &url) {
-            // A scan that was deleted meanwhile doesn't come back.
-            return model && QFileInfo::exists(url.toLocalFile()) &&
-                   model->writeWithBackup(document, url);
-        };
     const bool ocr = m_model->settings().ocr;
-    const bool isDone = co_await VisionOCR::applyMagic(levels, files, magicDpi, ocr, write);
+    bool isDone = true;
+    for (const QUrl &file : std::as_const(files)) {
+        // Noted before the file is read. What was edited, replaced or deleted meanwhile stays so.
+        const FileStamp stamp = stampOf(file);
+        const std::function<bool(const PdfDocument &, const QUrl &)> write =
+            [model, stamp](const PdfDocument &document, const QUrl &url) {
+                return model && stampOf(url) == stamp && model->writeWithBackup(document, url);
+            };
+        const QList<QUrl> one(1, file);
+        const bool isWritten = co_await VisionOCR::applyMagic(levels, one, magicDpi, ocr, write);
+        isDone = isWritten && isDone;
+    }
     if (!self)
         co_return;
     raise(files);

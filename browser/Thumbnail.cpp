@@ -35,7 +35,8 @@ std::optional<Thumbnail> renderThumbnail(const QUrl &url, double width)
     const std::optional<QByteArray> bytes = page->renderingBytes(page->mediaBox());
     if (!bytes)
         return std::nullopt;
-    std::optional<QImage> image = Renderer::shared().picture(*bytes, size.expandedTo(QSize(1, 1)));
+    std::optional<QImage> image =
+        Renderer::shared().picture(*bytes, size.expandedTo(QSize(1, 1)), Renderer::Use::glimpse);
     if (!image)
         return std::nullopt;
     return Thumbnail{*std::move(image), ratio};

@@ -2,6 +2,8 @@
 
 #include "preview/Background.h"
 
+#include <algorithm>
+
 namespace velmor {
 
 namespace {
@@ -15,7 +17,7 @@ QString keyOf(const QUrl &url, int revision)
 
 ThumbnailStore::ThumbnailStore(QObject *parent) : QObject(parent), m_kept(capacity)
 {
-    // Files are read and taken apart beside the drawing, which is one thread's for all.
+    // While one file is drawn, which is one process's work for all, the next is taken apart.
     m_pool.setMaxThreadCount(2);
     m_pool.setThreadPriority(QThread::LowPriority);
 }
@@ -34,7 +36,8 @@ std::optional<Thumbnail> ThumbnailStore::kept(const QUrl &url, int revision) con
 
 void ThumbnailStore::keep(const QUrl &url, int revision, const Thumbnail &thumbnail)
 {
-    m_kept.insert(keyOf(url, revision), new Thumbnail(thumbnail), thumbnail.image.sizeInBytes());
+    const qsizetype cost = std::max<qsizetype>(thumbnail.image.sizeInBytes(), 1);
+    m_kept.insert(keyOf(url, revision), new Thumbnail(thumbnail), cost);
 }
 
 QFuture<std::optional<Thumbnail>> ThumbnailStore::draw(const QUrl &url, double width,
@@ -42,7 +45,8 @@ QFuture<std::optional<Thumbnail>> ThumbnailStore::draw(const QUrl &url, double w
 {
     ++m_asked;
     return runIn(m_pool, 0, [url, width, dropped] {
-        return *dropped ? std::nullopt : renderThumbnail(url, width);
+        return *dropped ? std::nullopt
+                        : std::optional(renderThumbnail(url, width).value_or(Thumbnail()));
     });
 }
 

@@ -16,8 +16,9 @@
 namespace velmor {
 
 /// Makes the thumbnails of one screen in the background, from the top as they are asked for, and
-/// keeps as many as fit into its memory, so that what comes into view again is there at once. Main
-/// thread.
+/// keeps as many as fit into its memory, so that what comes into view again is there at once. A
+/// page that can't be drawn has one without an image, and isn't tried again until the file changes.
+/// Main thread.
 class ThumbnailStore : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -36,7 +37,7 @@ public:
     /// True once a drawing isn't wanted any more.
     using Dropped = std::shared_ptr<std::atomic_bool>;
 
-    /// Draws one. If it is dropped before its turn, there is none, and no time goes into it.
+    /// Draws one. If it is dropped before its turn there is none, and no time goes into it.
     [[nodiscard]] QFuture<std::optional<Thumbnail>> draw(const QUrl &url, double width,
                                                          const Dropped &dropped);
     /// How many drawings were asked for.

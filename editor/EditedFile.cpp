@@ -6,11 +6,8 @@
 #include "pipeline/RawStore.h"
 #include "pipeline/WithoutExceptions.h"
 
-#include <QFile>
 #include <QThreadPool>
 #include <QtConcurrent>
-
-#include <sys/stat.h>
 
 namespace velmor {
 
@@ -71,15 +68,6 @@ EditedPage loaded(const PagePixels &source, double maxDim)
 }
 
 } // namespace
-
-FileStamp stampOf(const QUrl &url)
-{
-    struct stat file{};
-    if (::stat(QFile::encodeName(url.toLocalFile()).constData(), &file) != 0)
-        return {};
-    constexpr qint64 second = 1'000'000'000;
-    return {file.st_mtim.tv_sec * second + file.st_mtim.tv_nsec, file.st_size};
-}
 
 QFuture<std::shared_ptr<EditedFile>> openForEditing(const QUrl &url, const Wish &wish)
 {

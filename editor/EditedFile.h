@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/LevelsAnalysis.h"
+#include "model/FileStamp.h"
 #include "pipeline/PdfDocument.h"
 #include "pipeline/Quad.h"
 
@@ -13,16 +14,6 @@
 #include <optional>
 
 namespace velmor {
-
-/// What tells that a file is another one than before, or gone.
-struct FileStamp {
-    qint64 changed = 0; ///< Nanoseconds since 1970.
-    qint64 size = -1;   ///< Bytes; -1 for a file that isn't there.
-
-    bool operator==(const FileStamp &) const = default;
-};
-
-[[nodiscard]] FileStamp stampOf(const QUrl &url);
 
 /// A document that is being edited, and its file as it was before it was read.
 struct EditedFile {

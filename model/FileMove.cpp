@@ -1,6 +1,8 @@
 #include "model/FileMove.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <cerrno>
 #include <cstdio>
@@ -16,8 +18,14 @@ namespace {
 /// where there are none either, a look before the move has to do.
 int renameSlowly(const char *from, const char *to)
 {
-    if (link(from, to) == 0)
-        return unlink(from);
+    if (link(from, to) == 0) {
+        if (unlink(from) == 0 || errno == ENOENT)
+            return 0;
+        const int problem = errno;
+        unlink(to);
+        errno = problem;
+        return -1;
+    }
     if (errno == EEXIST)
         return -1;
     struct stat there{};
@@ -26,6 +34,15 @@ int renameSlowly(const char *from, const char *to)
         return -1;
     }
     return rename(from, to);
+}
+
+/// Whether a folder lists a name in exactly this spelling.
+bool isListed(const QString &path)
+{
+    const QFileInfo file(path);
+    return file.dir()
+        .entryList(QDir::AllEntries | QDir::Hidden | QDir::System)
+        .contains(file.fileName());
 }
 
 bool isSameFile(const char *one, const char *other)
@@ -51,7 +68,10 @@ FileMove moveFile(const QString &from, const QString &to)
         return FileMove::done;
     if (errno != EEXIST)
         return FileMove::failed;
-    if (from.compare(to, Qt::CaseInsensitive) != 0 || !isSameFile(source, target))
+    // Two names of one file, rather than two spellings of one name, stay: rename() would do
+    // nothing.
+    if (from.compare(to, Qt::CaseInsensitive) != 0 || !isSameFile(source, target) ||
+        (isListed(from) && isListed(to)))
         return FileMove::taken;
     return rename(source, target) == 0 ? FileMove::done : FileMove::failed;
 }

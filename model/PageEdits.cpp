@@ -1,5 +1,6 @@
 #include "model/PageEdits.h"
 
+#include "model/ScanFiles.h"
 #include "pipeline/RawStore.h"
 
 #include <QCoreApplication>
@@ -23,11 +24,6 @@ bool put(PdfDocument &document, int index, const QList<PdfPage> &pages)
     return true;
 }
 
-QString notWritten()
-{
-    return Texts::tr("Couldn't write — folder isn't writable");
-}
-
 } // namespace
 
 Outcome putCroppedPages(AppModel &model, PdfDocument &document, int index,
@@ -36,7 +32,7 @@ Outcome putCroppedPages(AppModel &model, PdfDocument &document, int index,
     if (pages.isEmpty() || !put(document, index, pages))
         return {};
     if (!model.writeWithBackup(document, file))
-        return {.isWritten = false, .message = notWritten()};
+        return {.isWritten = false, .message = ScanFiles::notWritable()};
     RawStore::remove(file);
     const int count = static_cast<int>(pages.size());
     const QString message =
@@ -50,7 +46,7 @@ Outcome putLevelledPage(AppModel &model, PdfDocument &document, int index, const
     if (!document.replacePage(index, page))
         return {};
     if (!model.writeWithBackup(document, file))
-        return {.isWritten = false, .message = notWritten()};
+        return {.isWritten = false, .message = ScanFiles::notWritable()};
     const QString message =
         Texts::tr("Magic applied to page %1 — paintbrush copies it to other scans, Ctrl+Z undoes")
             .arg(index + 1);

@@ -79,11 +79,13 @@ Renaming rename(AppModel &model, const QUrl &file, const QString &name)
     const FileMove move = moveFile(old.filePath(), path);
     if (move != FileMove::done)
         return {file, move == FileMove::taken ? taken : failed};
-    // Raw pages that serve a namesake as well stay with that one.
-    const bool isFollowed =
-        hasNamesake(QFileInfo(path), fileStem(file)) || RawStore::move(file, renamed);
-    if (!isFollowed && moveFile(path, old.filePath()) == FileMove::done)
+    if (hasNamesake(QFileInfo(path), fileStem(file))) {
+        // Raw pages that serve a namesake as well stay with that one. Those that a former scan of
+        // the new name left behind aren't this one's.
+        RawStore::remove(renamed);
+    } else if (!RawStore::move(file, renamed) && moveFile(path, old.filePath()) == FileMove::done) {
         return {file, failed};
+    }
     model.followRename(file, renamed);
     return {renamed, {}};
 }

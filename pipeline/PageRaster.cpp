@@ -80,7 +80,7 @@ std::optional<QImage> render(const PdfPage &page, const QRectF &part, QSize pixe
     const auto bytes = page.renderingBytes(part);
     if (!bytes)
         return std::nullopt;
-    return Renderer::shared().picture(*bytes, pixels);
+    return Renderer::shared().picture(*bytes, pixels, Renderer::Use::glimpse);
 }
 
 std::optional<QImage> downscale(const QImage &image, double maxDim)

@@ -39,7 +39,8 @@ struct Dpi {
 [[nodiscard]] std::optional<QImage> render(const PdfPage &page, Dpi dpi);
 
 /// The part of the page within `part`, in page space and within the crop box, as shown, rotation
-/// included, on white, at exactly `pixels`.
+/// included, on white, at exactly `pixels`. For the screen: a page that takes long is given up
+/// sooner than the others.
 [[nodiscard]] std::optional<QImage> render(const PdfPage &page, const QRectF &part, QSize pixels);
 
 /// `image` reduced so that its longer side has at most `maxDim` pixels; the image itself if it

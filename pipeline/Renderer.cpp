@@ -61,10 +61,11 @@ void Renderer::close()
         worker->kill();
 }
 
-std::optional<QImage> Renderer::picture(const QByteArray &pdf, QSize size)
+std::optional<QImage> Renderer::picture(const QByteArray &pdf, QSize size, Use use)
 {
+    const auto limit = use == Use::work ? m_setup.pictureLimit : m_setup.glimpseLimit;
     std::optional<QImage> picture;
-    whenFree(Turn::pictures, [&] { picture = draw({pdf, size}); });
+    whenFree(Turn::pictures, [&] { picture = draw({pdf, size}, QDeadlineTimer(limit)); });
     return picture;
 }
 
@@ -88,24 +89,24 @@ std::optional<TextPositionAnswer> Renderer::textPosition(const TextPositionReque
 
 void Renderer::whenFree(Turn turn, const std::function<void()> &work)
 {
-    // Not a QFuture: whoever waits for one runs its task himself, if it hasn't begun.
-    std::promise<void> promise;
-    const std::future<void> done = promise.get_future();
-    const auto task = [&] {
+    // Not a QFuture: whoever waits for one runs its task himself, if it hasn't begun. Shared, as
+    // the thread may still be about to leave it when the caller has gone on.
+    const auto promise = std::make_shared<std::promise<void>>();
+    const std::future<void> done = promise->get_future();
+    const auto task = [this, promise, &work] {
         try {
             work();
         } catch (const std::exception &) { // want of memory
             m_worker.store(nullptr);
         }
-        promise.set_value();
+        promise->set_value();
     };
     m_thread.start(task, turn == Turn::questions ? 1 : 0);
     done.wait();
 }
 
-std::optional<QImage> Renderer::draw(const DrawRequest &request)
+std::optional<QImage> Renderer::draw(const DrawRequest &request, QDeadlineTimer deadline)
 {
-    const QDeadlineTimer deadline(m_setup.pictureLimit);
     const auto answer = expected<DrawnAnswer>(ask(request, deadline));
     if (!answer)
         return std::nullopt;
@@ -135,15 +136,26 @@ std::shared_ptr<WorkerProcess> Renderer::worker()
 
 std::optional<RendererAnswer> Renderer::ask(const RendererRequest &request, QDeadlineTimer deadline)
 {
-    const auto asked = worker();
-    std::optional<RendererAnswer> answer;
-    if (asked && asked->send(encode(request), deadline)) {
-        if (const auto frame = asked->receive(maxRendererAnswer, deadline))
-            answer = decodeRendererAnswer(*frame);
+    const QByteArray question = encode(request);
+    // A worker that served the last request and is gone now may not have ended for this one.
+    const bool mayTryAgain = m_hasServed && m_worker.load();
+    std::optional<QByteArray> frame = exchange(question, deadline);
+    if (!frame && mayTryAgain && !deadline.hasExpired()) {
+        m_worker.store(nullptr);
+        frame = exchange(question, deadline);
     }
+    std::optional<RendererAnswer> answer = frame ? decodeRendererAnswer(*frame) : std::nullopt;
+    m_hasServed = answer.has_value();
     if (!answer)
         m_worker.store(nullptr);
     return answer;
+}
+
+std::optional<QByteArray> Renderer::exchange(const QByteArray &frame, QDeadlineTimer deadline)
+{
+    const auto asked = worker();
+    const bool isSent = asked && asked->send(frame, deadline);
+    return isSent ? asked->receive(maxRendererAnswer, deadline) : std::nullopt;
 }
 
 } // namespace velmor

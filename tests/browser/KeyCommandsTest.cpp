@@ -92,9 +92,9 @@ protected:
         EXPECT_TRUE(waitUntil([&] { return shown.isActive(); }));
     }
 
-    static void send(QWindow &receiver)
+    static void send(QWindow &receiver, bool isHeld = false)
     {
-        QKeyEvent event = press(Qt::Key_R, {}, "r");
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_R, {}, QStringLiteral("r"), isHeld);
         QCoreApplication::sendEvent(&receiver, &event);
     }
 
@@ -107,6 +107,7 @@ TEST_F(KeyCommandsTest, ACommandIsHeardOnceAndGoesNowhereElse)
 {
     FocusItem item(window.contentItem(), false, false);
     send(window);
+    send(window, true);
     EXPECT_EQ(heard, QStringList(QStringLiteral("r")));
     EXPECT_EQ(item.presses, 0);
 }

@@ -87,6 +87,22 @@ TEST_F(PDFThumbnailTest, ACellShowsWhatStandsAtItsPlace)
     EXPECT_FALSE(second->hasImage());
 }
 
+TEST_F(PDFThumbnailTest, WhatCannotBeDrawnIsTriedOnce)
+{
+    const QUrl url = scan(QStringLiteral("a.pdf"), 150);
+    writeFile(url.toLocalFile(), "no PDF");
+    model.loadResults();
+    const auto first = cell(0);
+    const int revision = browser.rev(url);
+    EXPECT_TRUE(waitUntil([&] { return store.kept(url, revision).has_value(); }));
+    const int asked = store.asked();
+    const auto again = cell(0);
+    EXPECT_EQ(store.asked(), asked);
+    EXPECT_FALSE(again->hasImage());
+    scan(QStringLiteral("a.pdf"), 200);
+    EXPECT_TRUE(waitUntil([&] { return again->hasImage(); })) << "another content";
+}
+
 TEST_F(PDFThumbnailTest, CellsComeAndGoWhilePicturesAreDrawn)
 {
     for (int i = 0; i < 20; ++i)

@@ -201,6 +201,14 @@ TEST_F(ScansBrowserTest, LevelsAreRepeatedOnAllTargets)
     EXPECT_TRUE(
         waitUntil([&] { return note() == QStringLiteral("Some scans couldn't be written"); }));
     EXPECT_FALSE(QFileInfo::exists(a.toLocalFile()));
+    // So does what is edited then.
+    mark({b});
+    browser.applyMagicPreset();
+    EXPECT_TRUE(model->write(documentOf({321}), b));
+    const QString before = note();
+    EXPECT_TRUE(waitUntil([&] { return note() != before; }));
+    EXPECT_EQ(note(), QStringLiteral("Some scans couldn't be written"));
+    EXPECT_THAT(heightsOf(*PdfDocument::open(b)), ElementsAre(321));
 }
 
 TEST_F(ScansBrowserTest, TheEditorTakesThePlaceOfThePreviewUntilItIsDone)

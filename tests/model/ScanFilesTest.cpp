@@ -1,5 +1,6 @@
 #include "model/ScanFiles.h"
 
+#include "model/FileMove.h"
 #include "pipeline/RawStore.h"
 #include "tests/model/AppModelFixture.h"
 #include "tests/model/SmallDisk.h"
@@ -11,6 +12,8 @@
 #include <qpdf/QPDFAcroFormDocumentHelper.hh>
 #include <qpdf/QPDFPageDocumentHelper.hh>
 #include <qpdf/QPDFPageLabelDocumentHelper.hh>
+
+#include <unistd.h>
 
 namespace velmor {
 namespace {
@@ -219,6 +222,26 @@ TEST_F(ScanFilesTest, ARenamedScanKeepsItsRawPagesItsUndoAndItsPlace)
     EXPECT_TRUE(model->undoEdit(former));
     EXPECT_THAT(heightsIn(former), ElementsAre(100, 200));
     EXPECT_FALSE(model->undoEdit(file));
+}
+
+TEST_F(ScanFilesTest, ARenamedScanTakesOverNoRawPagesOfOthers)
+{
+    const QUrl file = scan(QStringLiteral("a.pdf"), {100});
+    const QUrl namesake = scan(QStringLiteral("a.PDF"), {200});
+    const QUrl former = scan(QStringLiteral("b.pdf"), {300});
+    QFile::remove(former.toLocalFile());
+    EXPECT_EQ(ScanFiles::rename(*model, file, QStringLiteral("b")).file, former);
+    EXPECT_EQ(RawStore::pageCount(former), 0) << "one page too, but of the former scan";
+    EXPECT_EQ(RawStore::pageCount(namesake), 1);
+}
+
+TEST_F(ScanFilesTest, TwoNamesOfOneFileAreNotMovedOntoEachOther)
+{
+    const QString file = scan(QStringLiteral("a.pdf"), {100}).toLocalFile();
+    const QString other = QDir(scansPath()).filePath(QStringLiteral("A.pdf"));
+    ASSERT_EQ(link(qPrintable(file), qPrintable(other)), 0);
+    EXPECT_EQ(moveFile(file, other), FileMove::taken);
+    EXPECT_EQ(scans().size(), 2);
 }
 
 TEST_F(ScanFilesTest, ANameThatCannotBeIsRefused)

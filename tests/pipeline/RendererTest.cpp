@@ -4,8 +4,11 @@
 #include "tests/Waiting.h"
 #include "tests/pipeline/TestPages.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <thread>
 
 namespace velmor {
@@ -15,6 +18,7 @@ Renderer::Setup setup(std::chrono::milliseconds limit = std::chrono::minutes(2))
 {
     return {.workerProgram = workerProgram(QStringLiteral("velmor-renderer"), "VELMOR_RENDERER"),
             .pictureLimit = limit,
+            .glimpseLimit = limit,
             .textLimit = limit};
 }
 
@@ -59,6 +63,22 @@ TEST(Renderer, OutlivesAPageThatNeverEnds)
     ASSERT_TRUE(renderer.picture(whitePage(), {10, 10}));
     EXPECT_FALSE(renderer.picture(endlessPage(), {500, 500}));
     EXPECT_TRUE(renderer.picture(whitePage(), {10, 10})) << "the worker was replaced";
+}
+
+TEST(Renderer, AWorkerThatWasEndedWhileIdleCostsNoAnswer)
+{
+    const QTemporaryDir folder;
+    const QString pidFile = folder.filePath(QStringLiteral("pid"));
+    const QString program =
+        writeFile(folder.filePath(QStringLiteral("renderer")),
+                  "#!/bin/sh\necho $$ > " + QFile::encodeName(pidFile) + "\nexec " +
+                      QFile::encodeName(setup().workerProgram) + '\n');
+    ASSERT_TRUE(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
+    Renderer renderer({.workerProgram = program});
+    ASSERT_TRUE(renderer.picture(whitePage(), {10, 10}));
+    kill(readFile(pidFile).trimmed().toInt(), SIGKILL);
+    EXPECT_TRUE(renderer.picture(whitePage(), {10, 10}));
+    EXPECT_FALSE(renderer.picture("no PDF", {10, 10}));
 }
 
 TEST(Renderer, ClosesInTheMidstOfAPage)
