@@ -37,8 +37,8 @@ template <typename Answer> std::optional<Answer> expected(std::optional<Renderer
 
 Renderer::Renderer(Setup setup) : m_setup(std::move(setup))
 {
-    m_thread.setMaxThreadCount(1);
-    m_thread.setExpiryTimeout(-1);
+    m_threads.setMaxThreadCount(static_cast<int>(m_lanes.size()));
+    m_threads.setExpiryTimeout(-1);
 }
 
 Renderer &Renderer::shared()
@@ -57,23 +57,26 @@ Renderer &Renderer::shared()
 void Renderer::close()
 {
     m_isClosed = true;
-    if (const auto worker = m_worker.load())
-        worker->kill();
+    for (const Lane &lane : m_lanes) {
+        if (const auto worker = lane.process.load())
+            worker->kill();
+    }
 }
 
 std::optional<QImage> Renderer::picture(const QByteArray &pdf, QSize size, Use use)
 {
     const auto limit = use == Use::work ? m_setup.pictureLimit : m_setup.glimpseLimit;
     std::optional<QImage> picture;
-    whenFree(Turn::pictures, [&] { picture = draw({pdf, size}, QDeadlineTimer(limit)); });
+    whenFree(Turn::pictures,
+             [&](Lane &lane) { picture = draw(lane, {pdf, size}, QDeadlineTimer(limit)); });
     return picture;
 }
 
 std::optional<PageTextAnswer> Renderer::text(const PageTextRequest &request)
 {
     std::optional<PageTextAnswer> text;
-    whenFree(Turn::questions, [&] {
-        text = expected<PageTextAnswer>(ask(request, QDeadlineTimer(m_setup.textLimit)));
+    whenFree(Turn::questions, [&](Lane &lane) {
+        text = expected<PageTextAnswer>(ask(lane, request, QDeadlineTimer(m_setup.textLimit)));
     });
     return text;
 }
@@ -81,79 +84,96 @@ std::optional<PageTextAnswer> Renderer::text(const PageTextRequest &request)
 std::optional<TextPositionAnswer> Renderer::textPosition(const TextPositionRequest &request)
 {
     std::optional<TextPositionAnswer> position;
-    whenFree(Turn::questions, [&] {
-        position = expected<TextPositionAnswer>(ask(request, QDeadlineTimer(m_setup.textLimit)));
+    whenFree(Turn::questions, [&](Lane &lane) {
+        position =
+            expected<TextPositionAnswer>(ask(lane, request, QDeadlineTimer(m_setup.textLimit)));
     });
     return position;
 }
 
-void Renderer::whenFree(Turn turn, const std::function<void()> &work)
+void Renderer::whenFree(Turn turn, const std::function<void(Lane &)> &work)
 {
     // Not a QFuture: whoever waits for one runs its task himself, if it hasn't begun. Shared, as
     // the thread may still be about to leave it when the caller has gone on.
     const auto promise = std::make_shared<std::promise<void>>();
     const std::future<void> done = promise->get_future();
     const auto task = [this, promise, &work] {
+        Lane &lane = takeLane();
         try {
-            work();
+            work(lane);
         } catch (const std::exception &) { // want of memory
-            m_worker.store(nullptr);
+            lane.process.store(nullptr);
         }
+        lane.isTaken = false;
         promise->set_value();
     };
-    m_thread.start(task, turn == Turn::questions ? 1 : 0);
+    m_threads.start(task, turn == Turn::questions ? 1 : 0);
     done.wait();
 }
 
-std::optional<QImage> Renderer::draw(const DrawRequest &request, QDeadlineTimer deadline)
+/// There are no more threads than lanes, so one is free; the first, as long as one will do.
+Renderer::Lane &Renderer::takeLane()
 {
-    const auto answer = expected<DrawnAnswer>(ask(request, deadline));
+    for (;;) {
+        for (Lane &lane : m_lanes) {
+            if (!lane.isTaken.exchange(true))
+                return lane;
+        }
+    }
+}
+
+std::optional<QImage> Renderer::draw(Lane &lane, const DrawRequest &request,
+                                     QDeadlineTimer deadline)
+{
+    const auto answer = expected<DrawnAnswer>(ask(lane, request, deadline));
     if (!answer)
         return std::nullopt;
-    const auto worker = m_worker.load();
+    const auto worker = lane.process.load();
     auto pixels = worker ? worker->receive(pictureBytes(request.size), deadline) : std::nullopt;
     const QImage image = pixels && answer->size == request.size
                              ? imageOf(std::move(*pixels), request.size)
                              : QImage();
     if (image.isNull()) {
-        m_worker.store(nullptr);
+        lane.process.store(nullptr);
         return std::nullopt;
     }
     return image;
 }
 
-std::shared_ptr<WorkerProcess> Renderer::worker()
+std::shared_ptr<WorkerProcess> Renderer::workerOf(Lane &lane)
 {
-    auto worker = m_worker.load();
+    auto worker = lane.process.load();
     if (!worker && !m_isClosed) {
         worker = WorkerProcess::start(m_setup.workerProgram);
-        m_worker = worker;
+        lane.process = worker;
         if (worker && m_isClosed)
             worker->kill();
     }
     return worker;
 }
 
-std::optional<RendererAnswer> Renderer::ask(const RendererRequest &request, QDeadlineTimer deadline)
+std::optional<RendererAnswer> Renderer::ask(Lane &lane, const RendererRequest &request,
+                                            QDeadlineTimer deadline)
 {
     const QByteArray question = encode(request);
     // A worker that served the last request and is gone now may not have ended for this one.
-    const bool mayTryAgain = m_hasServed && m_worker.load();
-    std::optional<QByteArray> frame = exchange(question, deadline);
+    const bool mayTryAgain = lane.hasServed && lane.process.load();
+    std::optional<QByteArray> frame = exchange(lane, question, deadline);
     if (!frame && mayTryAgain && !deadline.hasExpired()) {
-        m_worker.store(nullptr);
-        frame = exchange(question, deadline);
+        lane.process.store(nullptr);
+        frame = exchange(lane, question, deadline);
     }
     std::optional<RendererAnswer> answer = frame ? decodeRendererAnswer(*frame) : std::nullopt;
-    m_hasServed = answer.has_value();
+    lane.hasServed = answer.has_value();
     if (!answer)
-        m_worker.store(nullptr);
+        lane.process.store(nullptr);
     return answer;
 }
 
-std::optional<QByteArray> Renderer::exchange(const QByteArray &frame, QDeadlineTimer deadline)
+std::optional<QByteArray> Renderer::exchange(Lane &lane, const QByteArray &frame,
+                                             QDeadlineTimer deadline)
 {
-    const auto asked = worker();
+    const auto asked = workerOf(lane);
     const bool isSent = asked && asked->send(frame, deadline);
     return isSent ? asked->receive(maxRendererAnswer, deadline) : std::nullopt;
 }

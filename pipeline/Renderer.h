@@ -6,6 +6,7 @@
 #include <QImage>
 #include <QThreadPool>
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <functional>
@@ -14,12 +15,13 @@
 
 namespace velmor {
 
-/// Draws PDF pages and reads their text in a worker process, which is started when first needed.
+/// Draws PDF pages and reads their text in two worker processes, which are started when first
+/// needed.
 ///
-/// Any thread but the main one: a call waits its turn, as the worker serves one request at a time,
-/// and then for the answer. Requests about text go before pictures. A worker that crashes, hangs
-/// beyond the limits or answers nonsense is ended, and started anew for the next request. One that
-/// was ended from outside between two requests, as for want of memory, costs no answer.
+/// Any thread but the main one: a call waits for its turn at a worker, which serves one request at
+/// a time, and then for the answer. Requests about text go before pictures. A worker that crashes,
+/// hangs beyond the limits or answers nonsense is ended, and started anew for the next request. One
+/// that was ended from outside between two requests, as for want of memory, costs no answer.
 class Renderer {
 public:
     struct Setup {
@@ -36,12 +38,13 @@ public:
     /// shown must not hold up the others.
     enum class Use { work, glimpse };
 
-    /// The one of the whole program, closed when the application object goes. Its worker is
+    /// The one of the whole program, closed when the application object goes. Its worker program is
     /// `velmor-renderer`, see `workerProgram`; the environment variable VELMOR_RENDERER names
     /// another one.
     [[nodiscard]] static Renderer &shared();
 
-    /// Ends the worker, also in the midst of a request. All requests fail from then on. Any thread.
+    /// Ends the workers, also in the midst of a request. All requests fail from then on. Any
+    /// thread.
     void close();
 
     /// The first page of the file `pdf` as shown, rotation included, on white, at exactly `size`
@@ -57,19 +60,28 @@ public:
 private:
     enum class Turn { pictures, questions };
 
-    void whenFree(Turn turn, const std::function<void()> &work);
-    [[nodiscard]] std::shared_ptr<WorkerProcess> worker();
-    [[nodiscard]] std::optional<QImage> draw(const DrawRequest &request, QDeadlineTimer deadline);
-    [[nodiscard]] std::optional<RendererAnswer> ask(const RendererRequest &request,
+    /// A worker and what is known of it. Used by one thread at a time, but for `process`.
+    struct Lane {
+        std::atomic<bool> isTaken = false;
+        std::atomic<std::shared_ptr<WorkerProcess>> process; ///< Null until it is needed.
+        bool hasServed = false;                              ///< It answered the last request.
+    };
+
+    void whenFree(Turn turn, const std::function<void(Lane &)> &work);
+    [[nodiscard]] Lane &takeLane();
+    [[nodiscard]] std::shared_ptr<WorkerProcess> workerOf(Lane &lane);
+    [[nodiscard]] std::optional<QImage> draw(Lane &lane, const DrawRequest &request,
+                                             QDeadlineTimer deadline);
+    [[nodiscard]] std::optional<RendererAnswer> ask(Lane &lane, const RendererRequest &request,
                                                     QDeadlineTimer deadline);
-    [[nodiscard]] std::optional<QByteArray> exchange(const QByteArray &frame,
+    [[nodiscard]] std::optional<QByteArray> exchange(Lane &lane, const QByteArray &frame,
                                                      QDeadlineTimer deadline);
 
     const Setup m_setup;
-    std::atomic<std::shared_ptr<WorkerProcess>> m_worker;
+    /// Two, so that a page that takes long doesn't hold up all others.
+    std::array<Lane, 2> m_lanes;
     std::atomic<bool> m_isClosed = false;
-    bool m_hasServed = false; ///< The last request was answered.
-    QThreadPool m_thread; ///< The one that talks to the worker. Goes first, as it uses the rest.
+    QThreadPool m_threads; ///< One for each lane. Goes first, as it uses the rest.
 };
 
 } // namespace velmor

@@ -81,7 +81,7 @@ TEST(Renderer, AWorkerThatWasEndedWhileIdleCostsNoAnswer)
     EXPECT_FALSE(renderer.picture("no PDF", {10, 10}));
 }
 
-TEST(Renderer, ClosesInTheMidstOfAPage)
+TEST(Renderer, DrawsOthersBesideALongPageAndClosesInTheMidstOfIt)
 {
     Renderer renderer(setup());
     std::atomic<bool> isDrawing = false;
@@ -93,6 +93,8 @@ TEST(Renderer, ClosesInTheMidstOfAPage)
         isDone = true;
     });
     EXPECT_TRUE(waitUntil([&] { return isDrawing.load(); }));
+    EXPECT_TRUE(renderer.picture(whitePage(), {10, 10}));
+    EXPECT_FALSE(isDone);
     renderer.close(); // just before or while the page is drawn
     EXPECT_TRUE(waitUntil([&] { return isDone.load(); }));
     drawing.join();
