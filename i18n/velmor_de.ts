@@ -230,7 +230,7 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         </message>
         <message>
             <source>Crop</source>
-            <translation>Zuschneiden</translation>
+            <translation>Zuschnitt</translation>
         </message>
         <message>
             <source>Magic</source>
@@ -238,7 +238,7 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         </message>
         <message>
             <source>Repeat</source>
-            <translation>Wiederholen</translation>
+            <translation>Erneut</translation>
         </message>
         <message>
             <source>Apply saved magic to selection</source>
@@ -246,7 +246,7 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         </message>
         <message>
             <source>Merge</source>
-            <translation>Zusammenfügen</translation>
+            <translation>Vereinen</translation>
         </message>
         <message>
             <source>Split</source>
@@ -1004,10 +1004,6 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     </context>
     <context>
         <name>velmor::PageEdits</name>
-        <message>
-            <source>Couldn't write — folder isn't writable</source>
-            <translation>Schreiben nicht möglich – der Ordner ist schreibgeschützt</translation>
-        </message>
         <message numerus="yes">
             <source>Cropped into %n pages</source>
             <translation>
@@ -1160,6 +1156,10 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
         <message>
             <source>Couldn't read %1</source>
             <translation>Nicht lesbar: %1</translation>
+        </message>
+        <message>
+            <source>Some files couldn't be imported</source>
+            <translation>Einige Dateien konnten nicht importiert werden</translation>
         </message>
         <message>
             <source>1 scan is here already</source>
