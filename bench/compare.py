@@ -209,7 +209,7 @@ class Bench:
                       times.get(f"rotatePages/{pages}"), times.get(f"copyPages/{pages}"),
                       1.5 if pages == 100 else None) for pages in (1, 100, 1000)),
                 *(Row(name, "ms", times.get(case), times.get("decodeRaw")) for name, case in (
-                    ("600 dpi colour page until the editor shows it", "baseImage"),
+                    ("600 dpi colour page made ready for the editor", "baseImage"),
                     ("  cropped, without text", "applyCrop/0"),
                     ("  with text", "applyCrop/1"),
                     ("  new levels, without text", "applyMagic/0"),

@@ -11,7 +11,13 @@ Item {
     // Of the sheet whose right end this lies on.
     property real cornerRadius: 0
 
-    implicitWidth: row.width + deleteTool.width + 22
+    // Room for all tools, so that none moves the others' limits when it comes or goes.
+    implicitWidth: {
+        let width = 2 * row.x + deleteTool.width;
+        for (let i = 0; i < row.children.length; ++i)
+            width += row.children[i].width + row.spacing;
+        return width;
+    }
     implicitHeight: 45
 
     Item {

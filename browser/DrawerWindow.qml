@@ -13,8 +13,7 @@ GalleryWindow {
     cardWidth: 900
     cardHeight: 580
     cardRadius: 10
-    smallestCard.width: 620
-    smallestCard.height: 440
+    smallestCard: Qt.size(Math.max(620, Math.ceil(contentLoader.implicitWidth)), 440)
     shadowMargin: 48
 
     Shortcut {
@@ -52,6 +51,8 @@ GalleryWindow {
             opacity: drawer.presence
 
             Loader {
+                id: contentLoader
+
                 anchors.fill: parent
                 focus: true
                 sourceComponent: drawer.content

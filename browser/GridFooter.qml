@@ -26,7 +26,7 @@ Item {
         anchors.left: gridSymbol.right
         anchors.leftMargin: 6
         anchors.verticalCenter: parent.verticalCenter
-        width: 120
+        width: Math.min(120, count.x - x - 8)
         from: 90
         to: 260
         stepSize: 10
@@ -37,6 +37,8 @@ Item {
     }
 
     Text {
+        id: count
+
         anchors.right: parent.right
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter

@@ -24,6 +24,10 @@ Item {
         onKey: name => view.browser.handleKey(name)
     }
 
+    // What the window has to be wide and high for both columns.
+    implicitWidth: 260 + 1 + rightColumn.leastWidth
+    implicitHeight: 440
+
     T.SplitView {
         anchors.fill: parent
         orientation: Qt.Horizontal
@@ -47,15 +51,20 @@ Item {
         ScansGrid {
             id: grid
 
-            T.SplitView.minimumWidth: 260
+            // In a screen too narrow for both columns the tools have precedence.
+            T.SplitView.minimumWidth: Math.min(260, view.width - 1 - rightColumn.leastWidth)
             T.SplitView.preferredWidth: 364
-            T.SplitView.maximumWidth: view.width - 361
+            T.SplitView.maximumWidth: view.width - 1 - rightColumn.leastWidth
             browser: view.browser
             cornerRadius: view.cornerRadius
         }
 
         Item {
-            T.SplitView.minimumWidth: 360
+            id: rightColumn
+
+            readonly property real leastWidth: Math.max(360, toolBar.implicitWidth)
+
+            T.SplitView.minimumWidth: leastWidth
             T.SplitView.fillWidth: true
             clip: true
 

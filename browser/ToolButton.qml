@@ -11,7 +11,8 @@ PlainButton {
     // In place of the label in the tool tip.
     property string help
 
-    width: 44
+    // A long word of another language takes its room from the row, not from its neighbours.
+    width: Math.max(44, Math.ceil(labelText.implicitWidth) + 4)
     height: 34
     text: label
     symbol: ""
@@ -33,6 +34,8 @@ PlainButton {
             }
 
             Text {
+                id: labelText
+
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: tool.label
                 font.family: Theme.fontFamily

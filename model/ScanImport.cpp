@@ -3,6 +3,7 @@
 #include "model/FileMove.h"
 #include "model/ImportSources.h"
 #include "model/ScanFiles.h"
+#include "model/StagingFolder.h"
 #include "pipeline/PdfDocument.h"
 #include "pipeline/RawStore.h"
 #include "pipeline/TextRecognition.h"
@@ -14,8 +15,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QPointer>
-#include <QTemporaryDir>
-#include <QtConcurrent>
+#include <QScopeGuard>
 
 #include <utility>
 
@@ -31,30 +31,6 @@ struct Texts {
 constexpr qsizetype mostNames = 3;
 /// The most bytes of a scan's name, so that a number and an extension fit behind it.
 constexpr qsizetype longestStem = 240;
-
-/// Where an import is prepared: a folder beside the raw pages, on the scans' own disk, so that what
-/// is finished only has to be moved. It goes with its contents when the import is over, and with
-/// the model.
-class StagingFolder : public QObject {
-public:
-    StagingFolder(QObject *parent, const QString &outputFolder)
-        : QObject(parent), m_folder(folderIn(outputFolder))
-    {
-    }
-
-    [[nodiscard]] bool isValid() const { return m_folder.isValid(); }
-    [[nodiscard]] QString filePath(const QString &name) const { return m_folder.filePath(name); }
-
-private:
-    static QString folderIn(const QString &outputFolder)
-    {
-        const QString hidden = QDir(outputFolder).filePath(QStringLiteral(".velmor_raw"));
-        QDir().mkpath(hidden);
-        return hidden + QStringLiteral("/.import-XXXXXX");
-    }
-
-    QTemporaryDir m_folder;
-};
 
 /// A document that only has to be moved into its place.
 struct StagedPdf {
@@ -141,7 +117,7 @@ QString usableStem(QString stem)
     while (stem.startsWith(u'.') || stem.startsWith(u' '))
         stem.remove(0, 1);
     while (QFile::encodeName(stem).size() > longestStem)
-        stem.chop(1);
+        stem.chop(stem.size() > 1 && stem.back().isLowSurrogate() ? 2 : 1);
     return stem.isEmpty() ? QStringLiteral("Imported") : stem;
 }
 
@@ -201,6 +177,8 @@ QString ImportOutcome::message() const
         sentences.append(Texts::tr("Couldn't read %1").arg(listed(unread)));
     if (!isWritten)
         sentences.append(ScanFiles::notWritable());
+    if (!isMade)
+        sentences.append(Texts::tr("Some files couldn't be imported"));
     if (present > 0)
         sentences.append(present == 1 ? Texts::tr("1 scan is here already")
                                       : Texts::tr("%n scans are here already", nullptr, present));
@@ -225,10 +203,14 @@ QCoro::Task<ImportOutcome> importFiles(QPointer<AppModel> model, QList<QUrl> fil
         co_return failed;
 
     const QString stagingPath = staging->filePath(QString());
-    QFuture<Prepared> preparing = QtConcurrent::run(
-        [files, folder, stagingPath] { return prepare(files, folder, stagingPath); });
-    Prepared prepared = co_await preparing;
-    ImportOutcome &outcome = prepared.outcome;
+    QFuture<std::optional<Prepared>> preparing = inBackground([files, folder, stagingPath] {
+        StagingFolder::removeAbandoned(folder);
+        return std::optional(prepare(files, folder, stagingPath));
+    });
+    const std::optional<Prepared> answer = co_await preparing;
+    const Prepared prepared = answer.value_or(Prepared());
+    ImportOutcome outcome = prepared.outcome;
+    outcome.isMade = answer.has_value();
     const auto settle = [&](const QString &path, const QString &stem) {
         const std::optional<QUrl> url = place(*model, path, stem, folder);
         if (url)
@@ -245,10 +227,13 @@ QCoro::Task<ImportOutcome> importFiles(QPointer<AppModel> model, QList<QUrl> fil
         co_return outcome;
 
     const QString assembled = QDir(stagingPath).filePath(QStringLiteral("assembled.pdf"));
-    const std::function<bool(const PdfDocument &)> write =
-        [model, assembled](const PdfDocument &document) {
-            return model && model->write(document, QUrl::fromLocalFile(assembled));
-        };
+    // Otherwise the pages couldn't be made.
+    bool isTried = false;
+    const std::function<bool(const PdfDocument &)> write = [model, assembled,
+                                                            &isTried](const PdfDocument &document) {
+        isTried = true;
+        return model && model->write(document, QUrl::fromLocalFile(assembled));
+    };
     const bool isAssembled = co_await VisionOCR::assemblePdf(prepared.pages, ocr, write, progress);
     if (ocr) {
         QFuture<std::optional<QString>> lookUp = inBackground(recognitionProblem);
@@ -258,7 +243,7 @@ QCoro::Task<ImportOutcome> importFiles(QPointer<AppModel> model, QList<QUrl> fil
     if (!model)
         co_return outcome;
     if (!isAssembled) {
-        outcome.isWritten = false;
+        (isTried ? outcome.isWritten : outcome.isMade) = false;
         co_return outcome;
     }
     const QString untitled = fileStem(ScanFiles::newURL(*model, QStringLiteral("Imported")));

@@ -14,6 +14,7 @@ struct ImportOutcome {
     QList<QUrl> saved;     ///< The new scans.
     QStringList unread;    ///< Names of the files that can't be read, or aren't documents.
     bool isWritten = true; ///< Nothing failed to be written.
+    bool isMade = true;    ///< All that was read became pages.
     int present = 0;       ///< Files that are scans of this folder already.
     QString textProblem;   ///< Why no text can be recognised, if it should have been.
 

@@ -1,5 +1,6 @@
 #include "shell/AppDelegate.h"
 
+#include "pipeline/Renderer.h"
 #include "shell/AppInfo.h"
 
 #include <QGuiApplication>
@@ -109,6 +110,8 @@ void AppDelegate::attachDrawer()
 void AppDelegate::applicationWillTerminate()
 {
     m_model.stopEngine();
+    // The windows wait for the page that is being drawn, however long that takes.
+    Renderer::shared().close();
 }
 
 void AppDelegate::showAbout()

@@ -134,6 +134,34 @@ TEST_F(ScansGridTest, ThePointerPreviewsAndMarksAndKeysGoOnFromThere)
     EXPECT_THAT(browser.selection(), ElementsAre(urls[0]));
 }
 
+TEST_F(ScansGridTest, NoToolLiesOverAnotherHoweverNarrowTheScreen)
+{
+    model.setMagicPreset(MagicSettings());
+    ASSERT_TRUE(model.writeWithBackup(documentOf({130}), browser.urlAt(0)));
+    ASSERT_TRUE(browser.canUndo());
+    const auto places = [this] {
+        QList<QRectF> found;
+        for (const char *name :
+             {"rotate", "crop", "magic", "repeat", "merge", "split", "undo", "delete"}) {
+            const auto *tool = m_screen->findChild<QQuickItem *>(QLatin1StringView(name) +
+                                                                 QLatin1StringView("Tool"));
+            if (tool && tool->isVisible())
+                found.append(tool->mapRectToScene(tool->boundingRect()));
+        }
+        return found;
+    };
+    for (const qreal width : {m_screen->childItems().first()->implicitWidth(), 620.0}) {
+        SCOPED_TRACE(width);
+        m_screen->setWidth(width);
+        // The bar follows with the next frame.
+        EXPECT_TRUE(waitUntil([&] { return places().constLast().right() <= width; }));
+        const QList<QRectF> tools = places();
+        EXPECT_EQ(tools.size(), 8);
+        for (qsizetype i = 1; i < tools.size(); ++i)
+            EXPECT_LE(tools[i - 1].right(), tools[i].left()) << i;
+    }
+}
+
 TEST_F(ScansGridTest, AVanishedFilesCellGoesAndTheSliderDrawsNothingAgain)
 {
     const auto drawn = [this] {

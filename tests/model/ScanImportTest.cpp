@@ -7,6 +7,7 @@
 
 #include <QDirIterator>
 #include <QImageReader>
+#include <QLockFile>
 
 namespace velmor {
 namespace {
@@ -161,6 +162,20 @@ TEST_F(ScanImportTest, AFullDiskOrAMissingFolderLeavesNothingBehind)
         QUrl::fromLocalFile(writeFile(folder.filePath(QStringLiteral("file")), ""));
     model->setSettings(settings);
     EXPECT_EQ(import({small}).message(), QStringLiteral("Couldn't write — folder isn't writable"));
+}
+
+TEST_F(ScanImportTest, WhatAnEndedImportLeftBehindIsRemovedByTheNext)
+{
+    const QDir hidden(QDir(scansPath()).filePath(QStringLiteral(".velmor_raw")));
+    for (const char *name : {".import-ended", ".import-new", ".import-other"})
+        ASSERT_TRUE(hidden.mkpath(QLatin1StringView(name)));
+    // As of a process that can't be: its number is above all that Linux gives.
+    writeFile(hidden.filePath(QStringLiteral(".import-ended/lock")), "4194305\nvelmor\n");
+    QLockFile other(hidden.filePath(QStringLiteral(".import-other/lock")));
+    ASSERT_TRUE(other.tryLock(0));
+    import({pdf(QStringLiteral("a.pdf"), {100})});
+    EXPECT_THAT(hidden.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot),
+                ElementsAre(QStringLiteral(".import-new"), QStringLiteral(".import-other")));
 }
 
 TEST_F(ScanImportTest, AModelThatGoesEndsTheImport)
