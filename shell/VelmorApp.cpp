@@ -6,7 +6,6 @@
 #include "controls/InterfaceFont.h"
 #include "i18n/Translations.h"
 #include "shell/AppDelegate.h"
-#include "pipeline/Renderer.h"
 #include "shell/AppInfo.h"
 #include "shell/FolderPortal.h"
 #include "shell/WaylandSeat.h"
@@ -102,9 +101,7 @@ int runHome(AppDelegate::AdvancedPanel panel)
     QObject::connect(&interrupts, &Interrupts::interrupted, &delegate, &AppDelegate::quit);
     if (!delegate.applicationDidFinishLaunching(panel))
         return windowFailed;
-    const int code = QGuiApplication::exec();
-    Renderer::shared().close(); // no page holds up the end of the screens that wait for it
-    return code;
+    return QGuiApplication::exec();
 }
 
 int runGallery()
