@@ -23,6 +23,11 @@ bool put(PdfDocument &document, int index, const QList<PdfPage> &pages)
     return true;
 }
 
+QString notPut()
+{
+    return Texts::tr("Not applied — the document can't take the new pages");
+}
+
 QString notWritten()
 {
     return Texts::tr("Couldn't write — folder isn't writable");
@@ -33,8 +38,10 @@ QString notWritten()
 Outcome putCroppedPages(AppModel &model, PdfDocument &document, int index,
                         const QList<PdfPage> &pages, const QUrl &file)
 {
-    if (pages.isEmpty() || !put(document, index, pages))
+    if (pages.isEmpty())
         return {};
+    if (!put(document, index, pages))
+        return {.isWritten = false, .message = notPut()};
     if (!model.writeWithBackup(document, file))
         return {.isWritten = false, .message = notWritten()};
     RawStore::remove(file);
@@ -48,7 +55,7 @@ Outcome putLevelledPage(AppModel &model, PdfDocument &document, int index, const
                         const QUrl &file)
 {
     if (!document.replacePage(index, page))
-        return {};
+        return {.isWritten = false, .message = notPut()};
     if (!model.writeWithBackup(document, file))
         return {.isWritten = false, .message = notWritten()};
     const QString message =
