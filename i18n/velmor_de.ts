@@ -1005,6 +1005,10 @@ Zum Aktualisieren die neue Version auf demselben Weg bauen oder kopieren wie die
     <context>
         <name>velmor::PageEdits</name>
         <message>
+            <source>Not applied — the document can't take the new pages</source>
+            <translation>Nicht angewendet – das Dokument kann die neuen Seiten nicht aufnehmen</translation>
+        </message>
+        <message>
             <source>Couldn't write — folder isn't writable</source>
             <translation>Schreiben nicht möglich – der Ordner ist schreibgeschützt</translation>
         </message>
