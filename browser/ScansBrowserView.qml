@@ -150,10 +150,27 @@ Item {
                 anchors.fill: parent
                 active: false
                 sourceComponent: view.editor
+                // What had the focus before the editor took it.
+                property Item former: null
+
+                function giveFocusBack() {
+                    if (view.browser.isEditing)
+                        return;
+                    if (former && former.visible && former.enabled && former.activeFocusOnTab)
+                        former.forceActiveFocus(Qt.OtherFocusReason);
+                    else
+                        grid.takeFocus();
+                }
+
                 // Another file or mode is another editor.
                 onIdentityChanged: {
+                    if (!active)
+                        former = view.Window.activeFocusItem;
                     active = false;
                     active = identity !== "";
+                    // Once what was hidden is to be seen again.
+                    if (!active)
+                        Qt.callLater(giveFocusBack);
                 }
                 onLoaded: shown.forceActiveFocus()
             }

@@ -65,6 +65,10 @@ Item {
         isRingShown = false;
     }
 
+    function takeFocus() {
+        list.forceActiveFocus(Qt.OtherFocusReason);
+    }
+
     // Brings the current scan into view.
     function currentCell(): ScanCell {
         go(0);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace velmor {
 
@@ -39,6 +40,7 @@ std::optional<BoxCorner> CropBoxes::hitCorner(QPointF point, const QRectF &rect)
 
 void CropBoxes::dragTo(QPointF start, QPointF now, const QRectF &rect)
 {
+    m_start = start;
     if (!m_dragTarget && !m_didDrag) {
         m_dragTarget = hitCorner(start, rect);
         if (m_dragTarget)
@@ -55,6 +57,8 @@ void CropBoxes::dragTo(QPointF start, QPointF now, const QRectF &rect)
 
 void CropBoxes::release(QPointF at, const QRectF &rect)
 {
+    if (m_start)
+        dragTo(*m_start, at, rect);
     if (!m_dragTarget && !m_didDrag)
         click(norm(at, rect));
     endGesture();
@@ -74,6 +78,7 @@ void CropBoxes::click(QPointF place)
 
 void CropBoxes::endGesture()
 {
+    m_start.reset();
     m_dragTarget.reset();
     m_didDrag = false;
 }
@@ -123,7 +128,9 @@ bool CropBoxes::acceptProposal()
 {
     if (!m_proposal)
         return false;
-    append(Quad(*m_proposal));
+    const Quad accepted = *m_proposal;
+    append(accepted);
+    m_accepted = accepted;
     return true;
 }
 
@@ -131,6 +138,7 @@ void CropBoxes::begin()
 {
     m_hasBegun = true;
     m_proposal.reset();
+    m_accepted.reset();
 }
 
 void CropBoxes::append(const Quad &box)
@@ -149,6 +157,10 @@ void CropBoxes::removeLast()
     if (m_boxes.isEmpty())
         return;
     m_boxes.removeLast();
+    if (m_accepted) {
+        m_hasBegun = false;
+        m_proposal = std::exchange(m_accepted, std::nullopt);
+    }
     const auto isGone = [this](const std::optional<BoxCorner> &corner) {
         return corner && corner->box >= m_boxes.size();
     };

@@ -62,7 +62,8 @@ public:
 
     /// The pointer is down, and was pressed at `start`.
     void dragTo(QPointF start, QPointF now, const QRectF &rect);
-    /// The pointer was released. A click within the image sets a corner, the fourth makes a box.
+    /// The pointer was released, which is also its last move. A click within the image sets a
+    /// corner, the fourth makes a box.
     void release(QPointF at, const QRectF &rect);
     /// The gesture is over without a release; what a drag has moved stays.
     void endGesture();
@@ -87,7 +88,8 @@ public:
     void propose(const Quad &quad);
     /// Makes the proposal a box, with its first corner the current one. False if there is none.
     bool acceptProposal();
-    /// Takes back the last corner of the unfinished box, else the last box whole.
+    /// Takes back the last corner of the unfinished box, else the last box whole. A proposal that
+    /// was accepted is one again after that, if it is all that was made.
     void removeLast();
     /// Drops the unfinished box.
     void dropPending() { m_pending.clear(); }
@@ -100,10 +102,12 @@ private:
 
     QList<Quad> m_boxes;
     QList<QPointF> m_pending;
+    std::optional<QPointF> m_start; ///< Of the present gesture.
     std::optional<BoxCorner> m_dragTarget;
     std::optional<BoxCorner> m_current;
     std::optional<Quad> m_proposal;
-    bool m_hasBegun = false; ///< Something has been clicked or added.
+    std::optional<Quad> m_accepted; ///< The proposal that is the only thing made.
+    bool m_hasBegun = false;        ///< Something has been clicked or added.
     bool m_didDrag = false;
 };
 

@@ -9,15 +9,24 @@ FocusItem {
     required property PageEditor editor
     // Of the sheet whose lower right corner this lies on.
     property real cornerRadius: 0
+    // Milliseconds for which the pill of a proposal lets presses through to the page: who was about
+    // to click there gets the corner.
+    property int pillDelay: 400
+    // The last thing done here was done by a key.
+    property bool usesKeys: false
 
     clip: true
     onWidthChanged: editor.viewSize = Qt.size(width, height)
     onHeightChanged: editor.viewSize = Qt.size(width, height)
     Accessible.role: Accessible.Graphic
     Accessible.name: editor.currentCornerName || qsTr("Page %1").arg(editor.pageIndex + 1)
-    Accessible.description: editor.currentCornerPlace
+    Accessible.description: editor.currentCornerPlace || editor.hint
     Accessible.focusable: true
-    Keys.onPressed: event => event.accepted = editor.handleCropKey(event.key, event.modifiers)
+    Keys.onPressed: event => {
+        event.accepted = editor.handleAreaKey(event.key, event.modifiers);
+        usesKeys = usesKeys || event.accepted;
+    }
+    onVisualFocusChanged: usesKeys = visualFocus
 
     NoWindowDrag {
         anchors.fill: parent
@@ -37,23 +46,11 @@ FocusItem {
         color: Theme.track
     }
 
+    // It turns on over a page that won't come; why that is, is told to screen readers alone.
     Spinner {
+        objectName: "pageSpinner"
         anchors.centerIn: parent
-        running: !area.editor.hasImage && area.editor.hint === ""
-    }
-
-    Text {
-        anchors.centerIn: parent
-        width: parent.width - 40
-        horizontalAlignment: Text.AlignHCenter
-        wrapMode: Text.Wrap
-        visible: text !== ""
-        text: area.editor.hint
-        font.family: Theme.fontFamily
-        font.pixelSize: 13
-        color: Theme.textSecondary
-        Accessible.role: Accessible.AlertMessage
-        Accessible.name: text
+        running: !area.editor.hasImage && !area.editor.busy
     }
 
     PageImage {
@@ -67,7 +64,7 @@ FocusItem {
         visible: area.editor.isCrop && area.editor.hasImage
         editor: area.editor
         color: Theme.accent
-        showsFocus: area.activeFocus
+        showsFocus: area.activeFocus && area.usesKeys
     }
 
     InteractionLayer {
@@ -75,7 +72,11 @@ FocusItem {
         anchors.fill: parent
         visible: area.editor.hasImage
         cursorShape: area.editor.isMagic ? Qt.CrossCursor : Qt.ArrowCursor
-        onDragged: (start, location) => area.editor.dragChanged(start, location)
+        onDragged: (start, location) => {
+            area.forceActiveFocus(Qt.MouseFocusReason);
+            area.usesKeys = false;
+            area.editor.dragChanged(start, location);
+        }
         onEnded: (start, location) => area.editor.dragEnded(location)
         onCanceled: area.editor.dragCancelled()
         onHovered: location => area.editor.hover(location)
@@ -93,7 +94,7 @@ FocusItem {
 
     FocusRing {
         anchors.margins: 3
-        shown: area.visualFocus
+        shown: area.visualFocus && area.usesKeys
         parentRadius: 2
     }
 
@@ -112,7 +113,11 @@ FocusItem {
         PillButton {
             id: proposalPill
 
+            readonly property bool isOffered: area.editor.hasProposal
+
             objectName: "useOutline"
+            enabled: false
+            disabledOpacity: 1
             horizontalPadding: 14
             verticalPadding: 6
             font.pixelSize: 12
@@ -120,6 +125,17 @@ FocusItem {
             text: qsTr("Use this outline")
             hint: qsTr("Crop along the dashed line (Tab)")
             onClicked: area.editor.acceptProposal()
+            onIsOfferedChanged: {
+                enabled = false;
+                pillTimer.running = isOffered;
+            }
+
+            Timer {
+                id: pillTimer
+
+                interval: area.pillDelay
+                onTriggered: proposalPill.enabled = true
+            }
         }
     }
 

@@ -18,9 +18,17 @@ Item {
     readonly property int leastInstruction: 120
     // With room for "Fit", so that zooming doesn't move the rows.
     readonly property real toolsWidth: 3 * (buttonWidth + spacing) + zoomReadout.width + (hasPages ? 2 * (buttonWidth + spacing) + pageReadout.width + 2 * spacing + 1 : 0)
-    readonly property bool isOneRow: width >= 2 * sidePadding + symbol.width + leastInstruction + toolsWidth + pills.width + 5 * spacing + 6 + 1
+    readonly property bool isOneRow: width >= 2 * sidePadding + symbol.width + leastInstruction + toolsWidth + pillsWidth + 5 * spacing + 6 + 1
     readonly property real rowHeight: isOneRow ? pills.height : 22
     readonly property bool hasPages: editor.pageCount > 1
+    // The pills as they are where there is room. Words of other languages may take that from their
+    // sides.
+    readonly property int pillCount: editor.isCrop ? 3 : 1
+    readonly property real pillTexts: cancelPill.implicitContentWidth + (editor.isCrop ? undoPill.implicitContentWidth + applyPill.implicitContentWidth : 0)
+    readonly property real pillGaps: (pillCount - 1) * spacing
+    readonly property int fullPadding: 18
+    readonly property real pillsWidth: pillTexts + pillCount * 2 * fullPadding + pillGaps
+    readonly property int pillPadding: Math.max(6, Math.min(fullPadding, (width - 2 * sidePadding - pillGaps - pillTexts) / (2 * pillCount)))
 
     implicitHeight: padding + rowHeight + padding + (isOneRow ? 0 : pills.height + padding)
 
@@ -162,7 +170,10 @@ Item {
         spacing: bar.spacing
 
         PillButton {
+            id: undoPill
+
             objectName: "undoBox"
+            horizontalPadding: bar.pillPadding
             visible: bar.editor.isCrop
             enabled: bar.editor.canRemoveLast
             text: qsTr("Undo box")
@@ -172,7 +183,10 @@ Item {
         }
 
         PillButton {
+            id: applyPill
+
             objectName: "applyCrop"
+            horizontalPadding: bar.pillPadding
             visible: bar.editor.isCrop
             enabled: bar.editor.canApply
             filled: true
@@ -183,7 +197,10 @@ Item {
         }
 
         PillButton {
+            id: cancelPill
+
             objectName: "cancel"
+            horizontalPadding: bar.pillPadding
             text: qsTr("Cancel")
             hint: qsTr("Close without applying (Esc)")
             focusPolicy: Qt.TabFocus

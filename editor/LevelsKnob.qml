@@ -8,8 +8,10 @@ FocusItem {
 
     required property string name
     // In percent, and as a text.
-    required property real value
+    required property real level
     required property string valueText
+    // The same for screen readers, which may write it: that asks for another level.
+    property real value
     required property color color
     required property color ringColor
     readonly property real minimumValue: 0
@@ -19,6 +21,16 @@ FocusItem {
 
     signal keyPressed(event: var)
     signal stepped(key: int)
+    signal levelAsked(level: real)
+
+    onLevelChanged: value = level
+    Component.onCompleted: value = level
+    onValueChanged: {
+        if (value === level)
+            return;
+        levelAsked(value);
+        value = level;
+    }
 
     width: 18
     height: 18

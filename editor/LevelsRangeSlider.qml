@@ -28,12 +28,13 @@ Item {
         x: track.lowPos - track.knobRadius
         y: track.trackY - track.knobRadius
         name: qsTr("Black point")
-        value: track.low * 100
+        level: track.low * 100
         valueText: slider.editor.blackValue
         color: "black"
         ringColor: Qt.rgba(1, 1, 1, 0.35)
         onKeyPressed: event => event.accepted = track.moveLow(event.key, event.modifiers)
         onStepped: key => track.moveLow(key, Qt.NoModifier)
+        onLevelAsked: level => slider.editor.blackLum = level / 100
     }
 
     LevelsKnob {
@@ -41,11 +42,12 @@ Item {
         x: track.highPos - track.knobRadius
         y: track.trackY - track.knobRadius
         name: qsTr("White point")
-        value: track.high * 100
+        level: track.high * 100
         valueText: slider.editor.whiteValue
         color: "white"
         ringColor: Qt.rgba(0, 0, 0, 0.22)
         onKeyPressed: event => event.accepted = track.moveHigh(event.key, event.modifiers)
         onStepped: key => track.moveHigh(key, Qt.NoModifier)
+        onLevelAsked: level => slider.editor.whiteLum = level / 100
     }
 }

@@ -1,6 +1,10 @@
 #include "editor/LoupeLens.h"
 
+#include "editor/PixelGrid.h"
+
 #include <QPainter>
+
+#include <cmath>
 
 namespace velmor {
 
@@ -67,17 +71,23 @@ void LoupeLens::follow()
     Q_EMIT moved();
 }
 
+QPointF LoupeLens::onPixels(const QQuickItem *item, QPointF place) const
+{
+    return item && item->window() ? onPixelGrid(*item, place) : place;
+}
+
 void LoupeLens::paint(QPainter &painter, QSizeF size) const
 {
     if (!m_loupe || !m_editor)
         return;
-    const QPointF middle = QRectF(QPointF(), size).center();
     const qreal radius = Loupe::diameter / 2;
     // A clip would have ragged edges; a brush has soft ones.
     const qreal ratio = painter.device()->devicePixelRatio();
     QBrush brush(blocks(*m_loupe, m_editor->baseImage(), ratio));
-    brush.setTransform(QTransform::fromTranslate(middle.x() - radius, middle.y() - radius)
-                           .scale(1 / ratio, 1 / ratio));
+    // The rim need not be whole pixels, but the blocks begin at one.
+    const qreal start = std::round((size.width() / 2 - radius) * ratio) / ratio;
+    brush.setTransform(QTransform::fromTranslate(start, start).scale(1 / ratio, 1 / ratio));
+    const QPointF middle(start + radius, start + radius);
     painter.setPen(Qt::NoPen);
     painter.setBrush(brush);
     painter.drawEllipse(middle, radius, radius);

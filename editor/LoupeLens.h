@@ -12,14 +12,15 @@ namespace velmor {
 /// square around the one that a click would measure.
 ///
 /// Its size is that of the lens with its rings. The edges of the blocks and of the square are
-/// rounded to the window's pixels alike, so that the square frames the block at every scale.
+/// rounded to the window's pixels alike, so that the square frames the block at every scale. They
+/// are sharp where the item itself lies on the window's pixels.
 class LoupeLens : public velmor::PictureItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(velmor::PageEditor *editor READ editor WRITE setEditor NOTIFY editorChanged REQUIRED)
     /// Whether the pointer is where the lens can show something.
     Q_PROPERTY(bool isShown READ isShown NOTIFY moved)
-    /// Where the middle of lens and label belongs, in the image area; on the window's pixels.
+    /// Where the middle of lens and label belongs, in the image area.
     Q_PROPERTY(QPointF center READ center NOTIFY moved)
     /// Of the lens alone, in points.
     Q_PROPERTY(double diameter READ diameter CONSTANT)
@@ -36,6 +37,9 @@ public:
     [[nodiscard]] QPointF center() const { return m_loupe ? m_loupe->center : QPointF(); }
     [[nodiscard]] static double diameter() { return Loupe::diameter; }
     [[nodiscard]] static double rim() { return 2; }
+
+    /// A place in `item` moved to the nearest corner of one of the window's pixels.
+    Q_INVOKABLE QPointF onPixels(const QQuickItem *item, QPointF place) const;
 
 Q_SIGNALS:
     void editorChanged();

@@ -15,6 +15,8 @@ Item {
         id: column
 
         readonly property real spacing: 4
+        // Of the lens; on the window's pixels, so that its blocks are sharp.
+        readonly property point lensPlace: lens.onPixels(overlay, Qt.point(x - lens.rim, y - lens.rim))
 
         width: lens.diameter
         height: lens.diameter + spacing + label.height
@@ -33,8 +35,8 @@ Item {
         LoupeLens {
             id: lens
 
-            x: -rim
-            y: -rim
+            x: column.lensPlace.x - column.x
+            y: column.lensPlace.y - column.y
             editor: overlay.editor
         }
 

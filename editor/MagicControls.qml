@@ -105,7 +105,8 @@ Item {
                 hint: qsTr("Softness")
                 stepSize: 0.05
                 value: panel.editor.softness
-                onMoved: panel.editor.softness = value
+                // Also when a screen reader sets it, which isn't a move.
+                onValueChanged: panel.editor.softness = value
                 Accessible.description: panel.editor.gammaReadout
             }
 

@@ -85,6 +85,8 @@ QString PageEditor::pageReadout() const
 
 void PageEditor::loadPage()
 {
+    // What is still looked for on the page before isn't for this one.
+    m_wish.reset();
     m_crop = CropBoxes();
     resetMagic();
     if (!m_pendingViewport)

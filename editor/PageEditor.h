@@ -122,7 +122,7 @@ public:
     [[nodiscard]] const std::optional<RgbaSample> &sample() const { return m_sample; }
     /// `histogram64` of the page; empty until it is loaded.
     [[nodiscard]] const QList<int> &rawHistogram() const { return m_rawHistogram; }
-    /// Why there is no image and will be none; else empty.
+    /// Why there is no image and will be none, for screen readers alone; else empty.
     [[nodiscard]] const QString &hint() const { return m_hint; }
 
     // --- Fitting, zoom and pan ---------------------------------------------------------------
@@ -150,11 +150,13 @@ public:
     /// A key of the whole editor: "escape", "undo", "return" or "delete". Whether it was consumed.
     Q_INVOKABLE bool handleKey(const QString &name);
 
-    /// A key of the image area in crop mode, for when that has the focus; `modifiers` are
-    /// `Qt::KeyboardModifiers`. Whether it was consumed. Tab accepts the proposal, else goes to the
-    /// next corner, and on from the last one; the arrow keys move the current corner by one point,
-    /// with Shift by ten; Insert, or N, adds a box.
-    Q_INVOKABLE bool handleCropKey(int key, int modifiers);
+    /// A key of the image area, for when that has the focus; `modifiers` are
+    /// `Qt::KeyboardModifiers`. Whether it was consumed. In crop mode Tab accepts the proposal,
+    /// else goes to the next corner, and on from the last one; the arrow keys move the current
+    /// corner by one point, with Shift by ten; Insert, or N, adds a box. Without a current corner,
+    /// and in magic mode, the arrow keys show what lies that way on a zoomed page, by 20 points,
+    /// with Shift by 100.
+    Q_INVOKABLE bool handleAreaKey(int key, int modifiers);
 
     // --- The pointer -------------------------------------------------------------------------
 
@@ -267,6 +269,8 @@ private:
 
     // PageEditorInput.cpp
     bool leaveStep();
+    bool handleCropKey(int key, bool isShifted);
+    bool panByKey(QPointF direction, bool isShifted);
     bool cycleCorners(CropBoxes::Direction direction);
     void magicClick(QPointF at);
 
@@ -284,6 +288,7 @@ private:
     EditorMode m_mode = EditorMode::crop;
     std::shared_ptr<EditedFile> m_file; ///< Null until it is open.
     Wish m_wish;                        ///< Alive while this file or page is wanted.
+    Wish m_applyWish;                   ///< Alive while the apply that is under way is wanted.
     int m_pageIndex = 0;
     std::optional<PdfPage> m_page; ///< What is applied to; absent until it is loaded.
     QImage m_baseImage;

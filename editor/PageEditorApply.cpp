@@ -31,6 +31,7 @@ bool PageEditor::begin()
 {
     if (m_busy || m_isDone || !m_model || !m_page)
         return false;
+    m_applyWish = std::make_shared<const int>();
     setBusy(true);
     return true;
 }
@@ -40,7 +41,11 @@ QCoro::Task<> PageEditor::crop(PdfPage page, QList<Quad> boxes, std::optional<QU
     const QPointer<PageEditor> self = this;
     const bool ocr = m_model->settings().ocr;
     const int index = m_pageIndex;
-    const QList<PdfPage> pages = co_await VisionOCR::cropPage(page, boxes, applyDpi, ocr, raw);
+    const auto isWanted = [wish = std::weak_ptr(m_applyWish)] {
+        return !wish.expired();
+    };
+    const QList<PdfPage> pages =
+        co_await VisionOCR::cropPage(page, boxes, applyDpi, ocr, raw, {}, isWanted);
     if (!self || m_isDone)
         co_return;
     conclude([&] {
@@ -101,6 +106,7 @@ void PageEditor::finish(bool changed)
         return;
     m_isDone = true;
     m_wish.reset();
+    m_applyWish.reset();
     Q_EMIT done(changed);
 }
 

@@ -10,6 +10,9 @@ namespace {
 /// How far an arrow key moves a corner, and with Shift, in points of the view.
 constexpr double keyStep = 1;
 constexpr double largeKeyStep = 10;
+/// And the page.
+constexpr double panStep = 20;
+constexpr double largePanStep = 100;
 
 /// Where an arrow key points to; nothing for other keys.
 std::optional<QPointF> directionOf(int key)
@@ -64,12 +67,28 @@ bool PageEditor::leaveStep()
     return true;
 }
 
-bool PageEditor::handleCropKey(int key, int modifiers)
+bool PageEditor::handleAreaKey(int key, int modifiers)
 {
     const auto other = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-    if (!isCrop() || !hasImage() || (modifiers & other) != 0)
+    if (!hasImage() || (modifiers & other) != 0)
         return false;
     const bool isShifted = (modifiers & Qt::ShiftModifier) != 0;
+    if (isCrop() && handleCropKey(key, isShifted))
+        return true;
+    const std::optional<QPointF> direction = directionOf(key);
+    return direction && panByKey(*direction, isShifted);
+}
+
+bool PageEditor::panByKey(QPointF direction, bool isShifted)
+{
+    if (!isZoomedIn())
+        return false;
+    applyPan(-direction * (isShifted ? largePanStep : panStep));
+    return true;
+}
+
+bool PageEditor::handleCropKey(int key, bool isShifted)
+{
     if (key == Qt::Key_Tab && !isShifted && hasProposal()) {
         acceptProposal();
         return true;
@@ -177,7 +196,7 @@ QString PageEditor::loupeLabel() const
 
 void PageEditor::acceptProposal()
 {
-    if (m_crop.acceptProposal())
+    if (hasImage() && m_crop.acceptProposal())
         Q_EMIT boxesChanged();
 }
 

@@ -6,6 +6,7 @@
 #include <QQuickWindow>
 #include <QSGImageNode>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <utility>
@@ -134,6 +135,20 @@ private:
     qint64 m_key = 0; ///< Of the image that the picture was made of.
 };
 
+namespace {
+
+/// A rectangle on the window's pixels, at least one of them wide and high, however thin a page is.
+QRectF onPixels(const QQuickItem &item, const QRectF &rect)
+{
+    QRectF shown = onPixelGrid(item, rect);
+    const qreal pixel = 1 / item.window()->effectiveDevicePixelRatio();
+    shown.setWidth(std::max(shown.width(), pixel));
+    shown.setHeight(std::max(shown.height(), pixel));
+    return shown;
+}
+
+} // namespace
+
 PageImage::PageImage(QQuickItem *parent) : QQuickItem(parent)
 {
     setFlag(ItemHasContents);
@@ -171,11 +186,12 @@ void PageImage::itemChange(ItemChange change, const ItemChangeData &data)
 QSGNode *PageImage::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
     auto *node = static_cast<PageNode *>(old);
-    const QRectF rect = m_editor ? onPixelGrid(*this, m_editor->imageRect()) : QRectF();
-    if (m_image.isNull() || rect.isEmpty()) {
+    const QRectF place = m_editor ? m_editor->imageRect() : QRectF();
+    if (m_image.isNull() || place.isEmpty()) {
         delete node;
         return nullptr;
     }
+    const QRectF rect = onPixels(*this, place);
     if (!node)
         node = new PageNode(*window());
     const QPointF end(width(), height());

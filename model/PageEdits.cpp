@@ -24,13 +24,20 @@ bool put(PdfDocument &document, int index, const QList<PdfPage> &pages)
     return true;
 }
 
+QString notPut()
+{
+    return Texts::tr("Not applied — the document can't take the new pages");
+}
+
 } // namespace
 
 Outcome putCroppedPages(AppModel &model, PdfDocument &document, int index,
                         const QList<PdfPage> &pages, const QUrl &file)
 {
-    if (pages.isEmpty() || !put(document, index, pages))
+    if (pages.isEmpty())
         return {};
+    if (!put(document, index, pages))
+        return {.isWritten = false, .message = notPut()};
     if (!model.writeWithBackup(document, file))
         return {.isWritten = false, .message = ScanFiles::notWritable()};
     RawStore::remove(file);
@@ -44,7 +51,7 @@ Outcome putLevelledPage(AppModel &model, PdfDocument &document, int index, const
                         const QUrl &file)
 {
     if (!document.replacePage(index, page))
-        return {};
+        return {.isWritten = false, .message = notPut()};
     if (!model.writeWithBackup(document, file))
         return {.isWritten = false, .message = ScanFiles::notWritable()};
     const QString message =

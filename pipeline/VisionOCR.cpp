@@ -174,7 +174,7 @@ QCoro::Task<std::optional<PdfPage>> rebuildPage(PdfPage page, double dpi,
 }
 
 QCoro::Task<QList<PdfPage>> cropPage(PdfPage page, QList<Quad> boxes, double dpi, bool ocr,
-                                     std::optional<QUrl> raw, Progress progress)
+                                     std::optional<QUrl> raw, Progress progress, IsWanted isWanted)
 {
     QList<PdfPage> pages;
     report(progress, 0, boxes.size());
@@ -188,6 +188,8 @@ QCoro::Task<QList<PdfPage>> cropPage(PdfPage page, QList<Quad> boxes, double dpi
     const double pointsPerPixel = page.displayedSize().width() / source->width();
     int done = 0;
     for (const Quad &box : std::as_const(boxes)) {
+        if (isWanted && !isWanted())
+            break;
         QFuture<std::optional<PdfPage>> work =
             QtConcurrent::run([image = *source, box, pointsPerPixel, ocr] {
                 return croppedPage(image, box, pointsPerPixel, ocr);

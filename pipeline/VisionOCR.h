@@ -28,6 +28,10 @@ inline constexpr double applyDpi = 300;
 /// Called before the first page and after each with the pages done and the pages in all.
 using Progress = std::function<void(int done, int total)>;
 
+/// Asked before each further step whether anybody still waits for the answer; on the thread that
+/// the task was started on.
+using IsWanted = std::function<bool()>;
+
 /// The text lines of an image, in reading order. Blocks for seconds: for background threads.
 /// Without text, or when recognition fails, there are none.
 [[nodiscard]] std::vector<OcrLine> recognizeSync(const QImage &image);
@@ -63,10 +67,11 @@ struct PageFile {
 /// `correctPerspective`. The pixels come from the image file `raw`, or where there is none that can
 /// be read from the old page drawn at `dpi`. Each page has the true size of its region, no
 /// rotation, and its own text if `ocr` is set. A box that can't be used is left out; without an
-/// image there are no pages. `progress` counts the boxes.
+/// image there are no pages. `progress` counts the boxes. Once `isWanted` answers no, the boxes
+/// that are left aren't begun.
 [[nodiscard]] QCoro::Task<QList<PdfPage>> cropPage(PdfPage page, QList<Quad> boxes, double dpi,
                                                    bool ocr, std::optional<QUrl> raw,
-                                                   Progress progress = {});
+                                                   Progress progress = {}, IsWanted isWanted = {});
 
 /// Gives every page of the document at `location` a new text layer, its picture redrawn at `dpi`,
 /// and answers what `write` answers for the result. What else the document holds stays.

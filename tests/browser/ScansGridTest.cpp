@@ -49,11 +49,11 @@ protected:
 
         m_engine.addImportPath(QStringLiteral(":/qt/qml"));
         QQmlComponent component(&m_engine);
-        component.setData(
-            "import QtQuick\nimport Velmor.Browser\n"
-            "FocusScope { required property ScansBrowser browser; focus: true;"
-            " ScansBrowserView { anchors.fill: parent; browser: parent.browser; editor: null } }",
-            {});
+        component.setData("import QtQuick\nimport Velmor.Browser\n"
+                          "FocusScope { required property ScansBrowser browser; focus: true;"
+                          " ScansBrowserView { anchors.fill: parent; browser: parent.browser; "
+                          " editor: Component { FocusScope {} } } }",
+                          {});
         m_screen.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties({
             {QStringLiteral("browser"), QVariant::fromValue(&browser)}
         })));
@@ -160,6 +160,31 @@ TEST_F(ScansGridTest, NoToolLiesOverAnotherHoweverNarrowTheScreen)
         for (qsizetype i = 1; i < tools.size(); ++i)
             EXPECT_LE(tools[i - 1].right(), tools[i].left()) << i;
     }
+}
+
+TEST_F(ScansGridTest, TheFocusComesBackFromTheEditor)
+{
+    const auto edit = [this] {
+        QQuickItem *const before = window.activeFocusItem();
+        browser.startCrop();
+        EXPECT_TRUE(browser.isEditing());
+        EXPECT_TRUE(waitUntil([&] { return window.activeFocusItem() != before; }));
+        browser.finishEditing(false);
+    };
+    edit();
+    click(1);
+    QQuickItem *const grid = window.activeFocusItem();
+    const auto isInGrid = [&] {
+        return window.activeFocusItem() == grid;
+    };
+    edit();
+    EXPECT_TRUE(waitUntil(isInGrid));
+    for (int steps = 0; steps < 3 && isInGrid(); ++steps)
+        QTest::keyClick(&window, Qt::Key_Tab);
+    QQuickItem *const other = window.activeFocusItem();
+    ASSERT_NE(other, grid);
+    edit();
+    EXPECT_TRUE(waitUntil([&] { return window.activeFocusItem() == other; }));
 }
 
 TEST_F(ScansGridTest, AVanishedFilesCellGoesAndTheSliderDrawsNothingAgain)

@@ -43,6 +43,36 @@ QString told(const CropBoxes &boxes)
     return EditorWords::instruction(boxes);
 }
 
+TEST(CropBoxes, AReleaseIsTheLastMove)
+{
+    CropBoxes boxes = withBox();
+    boxes.dragTo(at(0.8, 0.9), at(0.8, 0.9), rect);
+    boxes.release(at(0.7, 0.6), rect);
+    EXPECT_EQ(boxes.cornerAt({0, 2}), QPointF(0.7, 0.6));
+    boxes.dragTo(at(0.5, 0.5), at(0.5, 0.5), rect);
+    boxes.release(at(0.51, 0.5), rect);
+    EXPECT_THAT(boxes.pending(), IsEmpty()) << "10 points are no click";
+}
+
+TEST(CropBoxes, AnAcceptedProposalThatIsTakenBackIsOneAgain)
+{
+    CropBoxes boxes;
+    boxes.propose(upright);
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_TRUE(boxes.acceptProposal());
+        boxes.nudge({5, 5}, rect);
+        boxes.removeLast();
+        EXPECT_THAT(boxes.boxes(), IsEmpty());
+        EXPECT_EQ(boxes.proposal(), upright);
+    }
+    boxes.acceptProposal();
+    click(boxes, at(0.5, 0.5));
+    boxes.removeLast();
+    boxes.removeLast();
+    EXPECT_TRUE(boxes.isEmpty());
+    EXPECT_FALSE(boxes.proposal()) << "something else was clicked";
+}
+
 TEST(CropBoxes, FourClicksInAnyOrderMakeABox)
 {
     CropBoxes boxes;

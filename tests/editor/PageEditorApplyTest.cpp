@@ -1,8 +1,9 @@
+#include "tests/editor/HeldPool.h"
 #include "tests/editor/PageEditorFixture.h"
+#include "tests/model/DeniedFolder.h"
 #include "tests/model/SmallDisk.h"
 
 #include <QFile>
-#include <QSemaphore>
 #include <QThreadPool>
 
 namespace velmor {
@@ -13,30 +14,6 @@ using testing::IsEmpty;
 
 constexpr auto crop = EditorMode::crop;
 constexpr auto magic = EditorMode::magic;
-
-/// While it lives, nothing that is begun in the background gets ahead.
-class HeldPool {
-public:
-    HeldPool()
-    {
-        for (int i = 0; i < m_count; ++i) {
-            QThreadPool::globalInstance()->start([this] {
-                m_begun.release();
-                m_end.acquire();
-            });
-        }
-        m_begun.acquire(m_count);
-    }
-    ~HeldPool()
-    {
-        m_end.release(m_count);
-        QThreadPool::globalInstance()->waitForDone();
-    }
-
-private:
-    const int m_count = QThreadPool::globalInstance()->maxThreadCount();
-    QSemaphore m_begun, m_end;
-};
 
 class PageEditorApplyTest : public PageEditorFixture {
 protected:
@@ -164,17 +141,27 @@ TEST_F(PageEditorApplyTest, AFileThatSomebodyElseChangedIsLeftAlone)
 {
     const struct {
         EditorMode mode;
-        bool isRemoved;
+        bool isRemoved, isMeanwhile; ///< While the apply is under way, else before.
         const char *toast;
     } cases[] = {
-        {crop,  false, "Not applied — the file has been changed meanwhile"},
-        {magic, true,  "Not applied — the file isn't there any more"      },
+        {crop,  false, false, "Not applied — the file has been changed meanwhile"},
+        {crop,  false, true,  "Not applied — the file has been changed meanwhile"},
+        {magic, true,  false, "Not applied — the file isn't there any more"      },
     };
     for (const auto &c : cases) {
         prepare(c.mode);
         QFile file(url.toLocalFile());
-        c.isRemoved ? (void)file.remove() : (void)writeFile(file.fileName(), "other content");
-        editor->apply();
+        const auto change = [&] {
+            c.isRemoved ? (void)file.remove() : (void)writeFile(file.fileName(), "other content");
+        };
+        {
+            const HeldPool held;
+            if (!c.isMeanwhile)
+                change();
+            editor->apply();
+            if (c.isMeanwhile)
+                change();
+        }
         ASSERT_TRUE(waitForDone());
         EXPECT_EQ(ends.takeLast(), false);
         EXPECT_EQ(toast(), QString::fromUtf8(c.toast));
@@ -197,6 +184,49 @@ TEST_F(PageEditorApplyTest, AWriteThatFailsKeepsTheScanAndItsRawPages)
     EXPECT_EQ(toast(), u"Couldn't write — folder isn't writable");
     EXPECT_EQ(readFile(url.toLocalFile()), before);
     EXPECT_EQ(RawStore::pageCount(url), 5);
+}
+
+TEST_F(PageEditorApplyTest, AFolderThatMayNotBeWrittenKeepsTheScan)
+{
+    for (const EditorMode mode : {crop, magic}) {
+        prepare(mode);
+        {
+            const DeniedFolder denied(scansPath());
+            editor->apply();
+            ASSERT_TRUE(waitForDone());
+        }
+        EXPECT_THAT(ends, ElementsAre(false));
+        EXPECT_EQ(toast(), u"Couldn't write — folder isn't writable");
+        EXPECT_EQ(readFile(url.toLocalFile()), before);
+        EXPECT_EQ(RawStore::pageCount(url), 5);
+    }
+}
+
+TEST_F(PageEditorApplyTest, AnOutlineFoundTooLateIsNotProposedForAnotherPage)
+{
+    QImage paper(600, 800, QImage::Format_Grayscale8);
+    paper.fill(60);
+    for (int y = 200; y < 600; ++y)
+        std::fill_n(paper.scanLine(y) + 150, 300, uchar(255));
+    url = scan({400, 400});
+    giveRawPages(url, {paper, paper});
+    begin(url, crop);
+    std::optional<HeldPool> held;
+    QObject::connect(editor.get(), &PageEditor::imageChanged, [&] {
+        if (editor->hasImage())
+            held.emplace();
+    });
+    bool isProposed = false;
+    QObject::connect(editor.get(), &PageEditor::boxesChanged,
+                     [&] { isProposed = isProposed || editor->hasProposal(); });
+    ASSERT_TRUE(waitUntil([&] { return held.has_value(); }));
+    editor->addBox();
+    editor->applyCrop();
+    editor->setPageIndex(1);
+    ASSERT_TRUE(editor->busy());
+    held.reset();
+    ASSERT_TRUE(waitForDone());
+    EXPECT_FALSE(isProposed);
 }
 
 } // namespace

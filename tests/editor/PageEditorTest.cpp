@@ -231,7 +231,7 @@ TEST_F(PageEditorTest, ProposesTheOutlineOfThePaper)
     open(url, crop);
     EXPECT_FALSE(editor->canApply());
     ASSERT_TRUE(waitUntil([this] { return editor->hasProposal(); }));
-    EXPECT_TRUE(editor->handleCropKey(Qt::Key_Tab, 0));
+    EXPECT_TRUE(editor->handleAreaKey(Qt::Key_Tab, 0));
     ASSERT_THAT(editor->boxes(), SizeIs(1));
     const QPointF corner = editor->boxes()[0].corners[2];
     EXPECT_NEAR(corner.x(), 0.75, 0.01);
@@ -240,29 +240,40 @@ TEST_F(PageEditorTest, ProposesTheOutlineOfThePaper)
     EXPECT_EQ(editor->currentCornerName(), u"Box 1, top left corner");
 }
 
+TEST_F(PageEditorTest, ArrowKeysPanAZoomedPageWhereTheyMoveNoCorner)
+{
+    for (const EditorMode mode : {crop, magic}) {
+        open(scan({100}), mode);
+        EXPECT_FALSE(editor->handleAreaKey(Qt::Key_Right, 0)) << "all of it is in view";
+        editor->applyZoom(4, QPointF(300, 200));
+        EXPECT_TRUE(editor->handleAreaKey(Qt::Key_Right, 0));
+        EXPECT_TRUE(editor->handleAreaKey(Qt::Key_Up, Qt::ShiftModifier));
+        EXPECT_EQ(editor->pan(), QPointF(-20, 100));
+    }
+}
+
 TEST_F(PageEditorTest, BoxesCanBeMadeByKeysAlone)
 {
     open(scan({100}), crop);
     editor->applyZoom(4, at(0, 0));
-    EXPECT_FALSE(editor->handleCropKey(Qt::Key_Right, 0));
-    EXPECT_FALSE(editor->handleCropKey(Qt::Key_N, Qt::ControlModifier));
-    EXPECT_TRUE(editor->handleCropKey(Qt::Key_Insert, 0));
+    EXPECT_FALSE(editor->handleAreaKey(Qt::Key_N, Qt::ControlModifier));
+    EXPECT_TRUE(editor->handleAreaKey(Qt::Key_Insert, 0));
     const QPointF before = editor->boxes()[0].corners[0];
-    EXPECT_TRUE(editor->handleCropKey(Qt::Key_Right, 0));
-    EXPECT_TRUE(editor->handleCropKey(Qt::Key_Down, Qt::ShiftModifier));
+    EXPECT_TRUE(editor->handleAreaKey(Qt::Key_Right, 0));
+    EXPECT_TRUE(editor->handleAreaKey(Qt::Key_Down, Qt::ShiftModifier));
     const QPointF moved = editor->boxes()[0].corners[0] - before;
     EXPECT_NEAR(moved.x(), 1 / editor->imageRect().width(), 1e-12);
     EXPECT_NEAR(moved.y(), 10 / editor->imageRect().height(), 1e-12);
     for (int i = 0; i < 200; ++i)
-        editor->handleCropKey(Qt::Key_Right, Qt::ShiftModifier);
+        editor->handleAreaKey(Qt::Key_Right, Qt::ShiftModifier);
     EXPECT_EQ(editor->currentCornerPlace(), u"100% from the left, 7% from the top");
     EXPECT_TRUE(QRectF({}, editor->viewSize()).contains(at(1, 0.07) - QPointF(1, 0)))
         << "what moves stays in view";
     for (int corner = 1; corner < 4; ++corner)
-        EXPECT_TRUE(editor->handleCropKey(Qt::Key_Tab, 0));
+        EXPECT_TRUE(editor->handleAreaKey(Qt::Key_Tab, 0));
     EXPECT_EQ(editor->currentCornerName(), u"Box 1, bottom left corner");
-    EXPECT_FALSE(editor->handleCropKey(Qt::Key_Tab, 0)) << "the focus goes on";
-    EXPECT_TRUE(editor->handleCropKey(Qt::Key_Backtab, Qt::ShiftModifier));
+    EXPECT_FALSE(editor->handleAreaKey(Qt::Key_Tab, 0)) << "the focus goes on";
+    EXPECT_TRUE(editor->handleAreaKey(Qt::Key_Backtab, Qt::ShiftModifier));
 }
 
 } // namespace

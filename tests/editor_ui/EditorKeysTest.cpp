@@ -3,12 +3,16 @@
 #include "tests/editor_ui/EditorWindow.h"
 
 #include <QAccessible>
+#include <QtGui/private/qguiapplication_p.h>
+#include <qpa/qplatformaccessibility.h>
+#include <qpa/qplatformintegration.h>
 
 namespace velmor {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::IsSupersetOf;
 using testing::SizeIs;
 
 TEST(EditorKey, EachKeyMeansItsNameAndOthersPass)
@@ -41,6 +45,9 @@ TEST(EditorKey, EachKeyMeansItsNameAndOthersPass)
 }
 
 using EditorKeysTest = EditorWindow;
+
+/// The sliders whose changes were announced.
+QStringList toldValues;
 
 TEST_F(EditorKeysTest, EscapeGoesBackStepByStepWhateverHasTheFocus)
 {
@@ -125,6 +132,28 @@ TEST_F(EditorKeysTest, LevelsAreSetByTheKeyboardAlone)
     EXPECT_FALSE(editor->magicTouched());
 }
 
+TEST_F(EditorKeysTest, EscapeLeavesWhatWorksOrWontCome)
+{
+    open(EditorMode::crop);
+    press(Qt::Key_Insert);
+    // At its very beginning: how long it takes is nobody's to say.
+    QObject::connect(editor, &PageEditor::busyChanged, editor, [this] {
+        if (editor->busy())
+            press(Qt::Key_Escape);
+    });
+    press(Qt::Key_Return);
+    EXPECT_THAT(ends, ElementsAre(false));
+
+    const QString path = writeFile(scansPath() + QStringLiteral("/b.pdf"), "nothing");
+    begin(QUrl::fromLocalFile(path), EditorMode::crop);
+    ASSERT_TRUE(waitUntil([this] { return !editor->hint().isEmpty(); }));
+    EXPECT_TRUE(item("pageSpinner")->isVisible());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(area)->text(QAccessible::Description),
+              editor->hint());
+    press(Qt::Key_Escape);
+    EXPECT_THAT(ends, ElementsAre(false, false));
+}
+
 TEST_F(EditorKeysTest, AScreenReaderIsToldWhatIsThere)
 {
     open(EditorMode::magic);
@@ -151,8 +180,39 @@ TEST_F(EditorKeysTest, AScreenReaderIsToldWhatIsThere)
         EXPECT_EQ(told(c.item)->text(QAccessible::Name).toStdString(), c.name);
         EXPECT_EQ(told(c.item)->text(QAccessible::Description).toStdString(), c.description);
     }
-    ASSERT_TRUE(told("blackKnob")->valueInterface());
-    EXPECT_EQ(told("blackKnob")->valueInterface()->currentValue().toDouble(), 25);
+    for (const auto &[name, level, reached] : {
+             std::tuple("blackKnob", 40.0, 40.0),
+             {"whiteKnob", 20.0, 41.0},
+             {"blackKnob", 30.0, 30.0},
+             {"softness",  0.25, 0.25}
+    }) {
+        SCOPED_TRACE(name);
+        QAccessibleValueInterface *const value = told(name)->valueInterface();
+        ASSERT_TRUE(value);
+        value->setCurrentValue(level);
+        EXPECT_NEAR(value->currentValue().toDouble(), reached, 1e-9);
+    }
+    EXPECT_NEAR(editor->blackLum(), 0.3, 1e-9);
+    EXPECT_NEAR(editor->whiteLum(), 0.41, 1e-9);
+    EXPECT_NEAR(editor->softness(), 0.25, 1e-9);
+    const auto valueOf = [&](const char *name) {
+        return told(name)->valueInterface()->currentValue().toDouble();
+    };
+    toldValues.clear();
+    QPlatformAccessibility *const platform =
+        QGuiApplicationPrivate::platformIntegration()->accessibility();
+    platform->setActive(true);
+    QAccessible::installUpdateHandler([](QAccessibleEvent *event) {
+        if (event->type() == QAccessible::ValueChanged)
+            toldValues.append(event->object()->objectName());
+    });
+    editor->resetMagic();
+    QAccessible::installUpdateHandler(nullptr);
+    platform->setActive(false);
+    EXPECT_EQ(valueOf("blackKnob"), 0) << "still bound";
+    EXPECT_EQ(valueOf("whiteKnob"), 100);
+    EXPECT_EQ(valueOf("softness"), 0.5);
+    EXPECT_THAT(toldValues, IsSupersetOf({u"blackKnob", u"whiteKnob", u"softness"}));
     open(EditorMode::crop);
     press(Qt::Key_Insert);
     EXPECT_EQ(told("area")->text(QAccessible::Name).toStdString(), "Box 1, top left corner");

@@ -35,6 +35,24 @@ protected:
         return found;
     }
 
+    /// The area around a place, in points, has colours that are nearly this.
+    bool isAround(QPointF place, double radius, QColor color) const
+    {
+        const QRect around = QRectF((place - QPointF(radius, radius)) * ratio(),
+                                    QSizeF(2 * radius, 2 * radius) * ratio())
+                                 .toRect();
+        for (int y = around.top(); y <= around.bottom(); ++y) {
+            for (int x = around.left(); x <= around.right(); ++x) {
+                const QColor at = m_picture.pixelColor(x, y);
+                if (std::abs(at.red() - color.red()) + std::abs(at.green() - color.green()) +
+                        std::abs(at.blue() - color.blue()) <
+                    30)
+                    return true;
+            }
+        }
+        return false;
+    }
+
     QImage m_picture;
 };
 
@@ -80,6 +98,59 @@ TEST_F(EditorPictures, TheRedSquareIsAroundThePixelThatAClickMeasures)
     QTest::mouseMove(window.get(), {5, 5});
     look();
     EXPECT_TRUE(redPixels().isEmpty());
+}
+
+TEST_F(EditorPictures, TheBlocksOfTheLensAreSharp)
+{
+    QImage board(200, 250, QImage::Format_RGB32);
+    for (int y = 0; y < board.height(); ++y) {
+        for (int x = 0; x < board.width(); ++x)
+            board.setPixel(x, y, (x + y) % 2 ? qRgb(255, 255, 255) : qRgb(0, 0, 0));
+    }
+    open(EditorMode::magic, {board});
+    for (const double x : {0.5, 0.503, 0.506, 0.51}) {
+        QTest::mouseMove(window.get(), onPage(x, 0.6));
+        look();
+        // Along the blocks beside the marked one, on both axes: no pixel lies on two of them.
+        const QPoint middle = redPixels().center();
+        const int beside = qRound(12 * ratio());
+        const int end = qRound(40 * ratio());
+        for (int way = -end; way <= end; ++way) {
+            for (const QPoint place : {QPoint(way, beside), QPoint(beside, way)}) {
+                const QRgb pixel = m_picture.pixel(middle + place) & 0xFFFFFF;
+                EXPECT_TRUE(pixel == 0 || pixel == 0xFFFFFF) << x << ' ' << way << ' ' << pixel;
+            }
+        }
+    }
+}
+
+TEST_F(EditorPictures, TheThinnestPageIsStillSeen)
+{
+    QImage thin(1800, 1, QImage::Format_RGB32);
+    thin.fill(qRgb(0, 0, 0));
+    open(EditorMode::crop, {thin});
+    look();
+    EXPECT_TRUE(isAround(onPage(0.5, 0.5), 3, Qt::black));
+}
+
+TEST_F(EditorPictures, OnlyTheKeyboardShowsWhichCornerItMoves)
+{
+    QImage white(200, 250, QImage::Format_RGB32);
+    white.fill(Qt::white);
+    open(EditorMode::crop, {white});
+    const auto hasRing = [this] {
+        look();
+        const QPointF corner =
+            area->mapToScene(denorm(editor->boxes()[0].corners[0], editor->imageRect()));
+        return colorAt(corner + QPointF(0, -10)) != QColor(Qt::white);
+    };
+    clickBox();
+    drag(onPage(0.2, 0.2), onPage(0.25, 0.25));
+    EXPECT_FALSE(hasRing());
+    press(Qt::Key_Right);
+    EXPECT_TRUE(hasRing());
+    drag(onPage(0.25, 0.25), onPage(0.3, 0.3));
+    EXPECT_FALSE(hasRing());
 }
 
 TEST_F(EditorPictures, ThePageStandsOnItsGroundAndShowsTheLevelsAtOnce)

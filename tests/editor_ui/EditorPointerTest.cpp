@@ -136,6 +136,75 @@ TEST_F(EditorPointer, FingersTapDragAndPinch)
     EXPECT_THAT(editor->pending(), IsEmpty());
 }
 
+TEST_F(EditorPointer, FingersSetTheLevels)
+{
+    open(EditorMode::magic);
+    QPointingDevice *const screen = QTest::createTouchDevice();
+    const auto touch = [&] {
+        return QTest::touchEvent(window.get(), screen);
+    };
+    touch().press(0, onPage(0.5, 0.5));
+    touch().release(0, onPage(0.5, 0.5));
+    EXPECT_EQ(editor->clicksSoFar(), 1);
+    EXPECT_GT(editor->blackLum(), 0);
+    EXPECT_FALSE(editor->isHovered()) << "the loupe goes with the finger";
+
+    const QQuickItem *const slider = item("levels");
+    const auto at = [&](double value) {
+        return slider->mapToScene({9 + value * (slider->width() - 18), 34}).toPoint();
+    };
+    touch().press(0, at(1));
+    touch().move(0, at(0.9));
+    touch().move(0, at(0.7));
+    touch().release(0, at(0.7));
+    EXPECT_NEAR(editor->whiteLum(), 0.7, 0.005);
+}
+
+TEST_F(EditorPointer, AProposalLetsPressesThroughUntilItIsSeen)
+{
+    QImage paper(600, 800, QImage::Format_RGB32);
+    paper.fill(qRgb(60, 60, 60));
+    for (int y = 200; y < 600; ++y) {
+        for (int x = 150; x < 450; ++x)
+            paper.setPixel(x, y, qRgb(255, 255, 255));
+    }
+    for (const bool isSeen : {false, true}) {
+        open(EditorMode::crop, {paper});
+        area->setProperty("pillDelay", isSeen ? 0 : 1'000'000);
+        ASSERT_TRUE(waitUntil([this] { return editor->hasProposal(); }));
+        if (isSeen) {
+            ASSERT_TRUE(waitUntil([this] { return item("useOutline")->isEnabled(); }));
+        }
+        click("useOutline");
+        EXPECT_THAT(editor->boxes(), SizeIs(isSeen ? 1 : 0));
+        EXPECT_THAT(editor->pending(), SizeIs(isSeen ? 0 : 1));
+    }
+}
+
+TEST_F(EditorPointer, APressOnThePageTakesTheFocus)
+{
+    open(EditorMode::crop);
+    item("cancel")->forceActiveFocus(Qt::TabFocusReason);
+    click(onPage(0.5, 0.5));
+    EXPECT_TRUE(area->hasActiveFocus());
+}
+
+TEST_F(EditorPointer, TheCrosshairIsThereOverTheAreaInMagicModeAlone)
+{
+    const auto shapeAt = [this](QPoint at) {
+        QTest::mouseMove(window.get(), at);
+        return window->cursor().shape();
+    };
+    open(EditorMode::crop);
+    EXPECT_EQ(shapeAt(onPage(0.5, 0.5)), Qt::ArrowCursor);
+    open(EditorMode::magic);
+    EXPECT_EQ(shapeAt(onPage(0.5, 0.5)), Qt::CrossCursor);
+    EXPECT_EQ(shapeAt(middleOf(item("cancel"))), Qt::ArrowCursor);
+    EXPECT_EQ(shapeAt(onPage(0.5, 0.5)), Qt::CrossCursor);
+    delete item("view");
+    EXPECT_EQ(window->cursor().shape(), Qt::ArrowCursor);
+}
+
 TEST_F(EditorPointer, KnobsFollowThePointerAndStopAtEachOther)
 {
     open(EditorMode::magic);

@@ -54,7 +54,13 @@ protected:
     /// Shows the first page of a scan and waits for it.
     void open(EditorMode mode, const QList<QImage> &rawPages = {colorfulPage()})
     {
-        const QUrl url = scan(rawPages);
+        begin(scan(rawPages), mode);
+        ASSERT_TRUE(waitUntil([this] { return editor->hasImage(); }));
+    }
+
+    /// The same without waiting for the page.
+    void begin(const QUrl &url, EditorMode mode)
+    {
         QQmlComponent component(&m_engine);
         component.setData(
             "import QtQuick; import QtQuick.Window; import Velmor.Editor\n"
@@ -72,7 +78,6 @@ protected:
         ASSERT_TRUE(
             waitUntil([this] { return window->isActive() && !editor->viewSize().isEmpty(); }));
         editor->open(url, mode);
-        ASSERT_TRUE(waitUntil([this] { return editor->hasImage(); }));
         area = item("area");
         area->forceActiveFocus();
     }

@@ -112,7 +112,11 @@ TEST_F(PageEditsTest, WhatCannotBeWrittenLeavesTheFileAndItsRawPages)
     const auto none = PageEdits::putCroppedPages(*model, document, 2, {}, file);
     EXPECT_FALSE(none.isWritten);
     EXPECT_EQ(none.message, QString());
-    EXPECT_FALSE(PageEdits::putCroppedPages(*model, document, 5, twoPages, file).isWritten);
+    const auto nowhere = PageEdits::putCroppedPages(*model, document, 5, twoPages, file);
+    EXPECT_FALSE(nowhere.isWritten);
+    EXPECT_EQ(nowhere.message, u"Not applied — the document can't take the new pages");
+    EXPECT_EQ(PageEdits::putLevelledPage(*model, document, 5, twoPages[0], file).message,
+              nowhere.message);
     EXPECT_EQ(readFile(file.toLocalFile()), before);
     EXPECT_EQ(RawStore::pageCount(file), 5);
 

@@ -132,6 +132,20 @@ TEST(CropPage, TheRawPageServesIfItCanBeRead)
     EXPECT_NEAR(greyOf(fromPage[0]), 128, 2);
 }
 
+TEST(CropPage, StopsBetweenBoxesOnceNobodyWaits)
+{
+    const PdfPage page = pageOf(quarters({120, 180}), {120, 180});
+    int done = 0;
+    std::optional<qsizetype> made;
+    const auto finished = VisionOCR::cropPage(
+                              page, {upperLeft, lowerRight, upperLeft}, VisionOCR::applyDpi, false,
+                              {}, [&](int boxes, int) { done = boxes; }, [&] { return done == 0; })
+                              .then([&](const QList<PdfPage> &answer) { made = answer.size(); });
+    ASSERT_TRUE(waitUntil([&] { return made.has_value(); }));
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(done, 1);
+}
+
 TEST(PageSource, ARawPageServesOnlyThePageThatItShows)
 {
     const QTemporaryDir folder;
