@@ -297,6 +297,21 @@ TEST(BlackWhite, KeepsWhatLiesBesideBlackAndTheBlackItself)
         ASSERT_EQ(at(page, x, 40), QColor(Qt::black)) << x;
 }
 
+TEST(BlackWhite, KeepsPencilThatTouchesSomethingDark)
+{
+    for (const QColor &hole : {ink, QColor(140, 140, 140)}) {
+        Sheet sheet;
+        sheet.disc({20, 40}, 3, hole).fill(QRectF(22.9, 36, 0.4, 8), faintPencil);
+        sheet.word({23.9, 40}, faintPencil).fill(QRectF(15.8, 39.8, 1.2, 0.4), faintPencil);
+        const QImage page = inBlackAndWhite(sheet.blurred(2).grain().image());
+        for (double y = 36.2; y < 43.8; y += 0.1)
+            EXPECT_EQ(at(page, 23.1, y), QColor(Qt::black)) << hole.red() << ": " << y;
+        for (double x = 16; x < 18; x += 0.1)
+            EXPECT_EQ(at(page, x, 40), QColor(Qt::black)) << hole.red() << ": " << x;
+        EXPECT_EQ(at(page, 20, 36.8), QColor(Qt::white)) << "no thicker";
+    }
+}
+
 TEST(BlackWhite, DrawsNoLineWhereAShadeEnds)
 {
     Sheet sheet;
