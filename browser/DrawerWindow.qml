@@ -13,7 +13,8 @@ GalleryWindow {
     cardWidth: 900
     cardHeight: 580
     cardRadius: 10
-    smallestCard: Qt.size(Math.max(620, Math.ceil(contentLoader.implicitWidth)), 440)
+    smallestCard.width: Math.max(620, Math.ceil(contentLoader.implicitWidth))
+    smallestCard.height: 440
     shadowMargin: 48
 
     Shortcut {

@@ -12,13 +12,22 @@ PlainButton {
     property string help
 
     // A long word of another language takes its room from the row, not from its neighbours.
-    width: Math.max(44, Math.ceil(labelText.implicitWidth) + 4)
+    width: Math.max(44, Math.ceil(words.advanceWidth) + 4)
     height: 34
     text: label
     symbol: ""
     hint: (help || label) + (keyHint ? "  (" + keyHint + ")" : "")
     focusPolicy: Qt.TabFocus
     property string picture
+
+    TextMetrics {
+        id: words
+
+        text: tool.label
+        font.family: Theme.fontFamily
+        font.pixelSize: 9
+        font.weight: Font.DemiBold
+    }
 
     contentItem: Item {
         Column {
@@ -34,8 +43,6 @@ PlainButton {
             }
 
             Text {
-                id: labelText
-
                 anchors.horizontalCenter: parent.horizontalCenter
                 text: tool.label
                 font.family: Theme.fontFamily
