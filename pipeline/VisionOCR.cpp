@@ -54,7 +54,8 @@ std::optional<PdfPage> pageWithText(const QImage &image, QSizeF size, Encode enc
     // It reads what the caller owns, so it ends first, whatever happens here.
     const auto finish = qScopeGuard([&] { encoding.waitForFinished(); });
     const std::vector<OcrLine> lines = recognizeSync(image);
-    const std::optional<EncodedImage> encoded = encoding.takeResult();
+    // Not taken: a future whose result was taken never ends for those who wait for it.
+    const std::optional<EncodedImage> encoded = encoding.result();
     return encoded ? PageRaster::makePage(*encoded, size, lines) : std::nullopt;
 }
 
