@@ -144,6 +144,8 @@ Item {
             }
 
             Loader {
+                id: editorPlace
+
                 readonly property string identity: view.browser.editorIdentity
                 readonly property Item shown: item as Item
 
@@ -168,11 +170,17 @@ Item {
                         former = view.Window.activeFocusItem;
                     active = false;
                     active = identity !== "";
-                    // Once what was hidden is to be seen again.
                     if (!active)
-                        Qt.callLater(giveFocusBack);
+                        focusReturn.start();
                 }
                 onLoaded: shown.forceActiveFocus()
+
+                Timer {
+                    id: focusReturn
+
+                    interval: 0 // once what was hidden is to be seen again
+                    onTriggered: editorPlace.giveFocusBack()
+                }
             }
         }
     }
