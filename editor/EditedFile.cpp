@@ -71,11 +71,8 @@ EditedPage loaded(const PagePixels &source, double maxDim)
 
 QFuture<std::shared_ptr<EditedFile>> openForEditing(const QUrl &url, const Wish &wish)
 {
-    return QtConcurrent::run([url, wish = WeakWish(wish)]() -> std::shared_ptr<EditedFile> {
-        if (wish.expired())
-            return nullptr;
-        return withoutExceptions([&] { return opened(url); });
-    });
+    return inBackground(
+        [url, wish = WeakWish(wish)] { return wish.expired() ? nullptr : opened(url); });
 }
 
 QFuture<EditedPage> loadForEditing(const std::shared_ptr<EditedFile> &file, int index,
@@ -94,10 +91,8 @@ QFuture<EditedPage> loadForEditing(const std::shared_ptr<EditedFile> &file, int 
 
 QFuture<std::optional<Quad>> outlineForEditing(const QImage &image, const Wish &wish)
 {
-    return QtConcurrent::run([image, wish = WeakWish(wish)]() -> std::optional<Quad> {
-        if (wish.expired())
-            return std::nullopt;
-        return withoutExceptions([&] { return findPageOutline(image); });
+    return inBackground([image, wish = WeakWish(wish)] {
+        return wish.expired() ? std::nullopt : findPageOutline(image);
     });
 }
 

@@ -179,9 +179,8 @@ QCoro::Task<QList<PdfPage>> cropPage(PdfPage page, QList<Quad> boxes, double dpi
 {
     QList<PdfPage> pages;
     report(progress, 0, boxes.size());
-    QFuture<std::optional<QImage>> reading = QtConcurrent::run([page, dpi, raw] {
-        return withoutExceptions([&] { return sourceImage(page, dpi, raw); });
-    });
+    QFuture<std::optional<QImage>> reading =
+        inBackground([page, dpi, raw] { return sourceImage(page, dpi, raw); });
     const std::optional<QImage> source = co_await reading;
     if (!source)
         co_return pages;
